@@ -1,0 +1,41 @@
+// Collects debug-log records in memory. Starting it initialises the debug
+// log (console-only, everything from ALL up, no file, no trace) so that
+// later velatrix_init calls keep this configuration.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "velatrix/debug.h"
+
+namespace velatrix::testing {
+
+struct LoggedRecord {
+    uint32_t level;
+    std::string function;
+    std::string file;
+    std::string text;
+};
+
+class LogCapture {
+public:
+    LogCapture();
+    ~LogCapture();
+    LogCapture(const LogCapture&) = delete;
+    LogCapture& operator=(const LogCapture&) = delete;
+
+    const std::vector<LoggedRecord>& records() const { return records_; }
+    // Texts of the records at exactly this level (all levels for -1), in order.
+    std::vector<std::string> texts(int level = -1) const;
+    bool contains(const std::string& text, int level = -1) const;
+    int count(const std::string& text, int level = -1) const;
+    void clear() { records_.clear(); }
+
+private:
+    static void publish(velatrix_debug_handler* handler, const velatrix_debug_message* message);
+    velatrix_debug_handler handler_{};
+    std::vector<LoggedRecord> records_;
+};
+
+}  // namespace velatrix::testing
