@@ -1,0 +1,79 @@
+// Starting, cancelling and watching the pad's own calibration (report 0x82).
+#include <cstdio>
+
+#include "velatrix/modes.h"
+#include "velatrix/regions.h"
+#include "velatrix/screens.h"
+#include "velatrix/transport.h"
+
+#include "debug/log.h"
+#include "protocol/report_index.h"
+
+namespace {
+
+using namespace velatrix::protocol;
+
+constexpr ReportEntry kCalibrate = report(report_id::kCalibrate);
+constexpr uint8_t kStartCalibration = 0x00;
+constexpr uint8_t kCancelCalibration = 0xFF;
+
+// Sends [0x82, value] between the calibration interlock waits. The wait
+// after the send is made only when the send failed; its result is ignored.
+int send_calibration_command(velatrix_device* device, uint8_t value) {
+    if (!wait_for_interlock(device, kCalibrate.set_before.sleep, kCalibrate.set_before.mask)) return 0;
+    uint8_t buffer[kCalibrate.length] = {report_id::kCalibrate, value};
+    if (velatrix_hid_set_feature_report(device, buffer, sizeof buffer) == 1) return 1;
+    wait_for_interlock(device, kCalibrate.set_after.sleep, kCalibrate.set_after.mask);
+    return 0;
+}
+
+}  // namespace
+
+extern "C" {
+
+int velatrix_device_calibrate(velatrix_device* device) {
+    VELATRIX_TRACE_FUNCTION();
+    // Pending screen and region edits are committed first; the older
+    // region commit only when the pad refuses the screen-region one.
+    if (!velatrix_set_screen_region_commit(device, 0)) velatrix_set_region_commit(device, 0);
+    return send_calibration_command(device, kStartCalibration);
+}
+
+int velatrix_device_cancel_calibrate(velatrix_device* device) {
+    VELATRIX_TRACE_FUNCTION();
+    return send_calibration_command(device, kCancelCalibration);
+}
+
+velatrix_hid_feature_calibrate velatrix_get_calibrate_state(velatrix_device* device) {
+    VELATRIX_TRACE_FUNCTION();
+    velatrix_hid_feature_calibrate record{};
+    if (!wait_for_interlock(device, kCalibrate.get_before.sleep, kCalibrate.get_before.mask)) return record;
+    uint8_t buffer[kCalibrate.length] = {report_id::kCalibrate};
+    if (velatrix_hid_get_feature_report(device, buffer, sizeof buffer) == 1) {
+        record.report_id = buffer[0];
+        record.calibration_mode = buffer[1] & 0x01;
+        record.point = buffer[1] >> 3;
+    } else {
+        VELATRIX_LOG(VELATRIX_LEVEL_WARNING, "Unable to get report: %s", velatrix_get_last_error());
+    }
+    wait_for_interlock(device, kCalibrate.get_after.sleep, kCalibrate.get_after.mask);
+    return record;
+}
+
+void velatrix_get_calibrate_state_ref(velatrix_device* device, velatrix_hid_feature_calibrate* record) {
+    VELATRIX_TRACE_FUNCTION();
+    *record = velatrix_get_calibrate_state(device);
+}
+
+void velatrix_print_calibrate_state(const velatrix_hid_feature_calibrate* record) {
+    VELATRIX_TRACE_FUNCTION();
+    std::printf("velatrix_hid_feature_calibrate structure:\n");
+    if (record == nullptr) {
+        std::printf("  NULL\n");
+        return;
+    }
+    std::printf("calibration_mode = %hhu\n", record->calibration_mode);
+    std::printf("point = %hhu\n", static_cast<unsigned char>(record->point));
+}
+
+}  // extern "C"

@@ -1,0 +1,101 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "support/fake_driver.h"
+#include "velatrix-quillmark.h"
+
+namespace {
+
+using velatrix::testing::Bytes;
+using velatrix::testing::FakeDriver;
+
+struct TextFixture : ::testing::Test {
+    FakeDriver fake;
+    velatrix_device* device = fake.make_device();
+    TextFixture() {
+        device->display_info = {100, 320, 240, 1, 6, 12, 2, 4};
+        device->font = &ubuntu_mono_e_12pt;
+    }
+    int draw(uint32_t x, uint32_t y, int alignment = 0, const char* text = "AB") {
+        return velatrix_device_draw_text(device, text, x, y, alignment, 0);
+    }
+};
+
+TEST_F(TextFixture, MeasuresInTheDevicesCurrentFont) {
+    EXPECT_EQ(velatrix_measure_text_width(device, "AB"), 14);
+    EXPECT_EQ(velatrix_measure_text_height(device, "AB"), 12);
+    const char latin1[] = {'A', static_cast<char>(0xC9)};  // "AÉ" in ISO-8859-1
+    EXPECT_EQ(velatrix_measure_text_width_encoding(device, latin1, 2, "ISO-8859-1"), 14);
+    EXPECT_EQ(velatrix_measure_text_height_encoding(device, latin1, 2, "ISO-8859-1"), 12);
+    device->font = nullptr;  // falls back to the default face
+    EXPECT_EQ(velatrix_measure_text_width(device, "A"), 5);
+}
+
+TEST_F(TextFixture, ExactlyOnTheRightEdgePassesOnePixelMoreFails) {
+    EXPECT_EQ(draw(320 - 14, 0), 1);
+    EXPECT_EQ(draw(320 - 13, 0), 0);
+    EXPECT_STREQ(velatrix_get_last_error(),
+                 "Requested string would draw off the screen in the horizontal direction.");
+    EXPECT_EQ(draw(321, 0), 0);
+    EXPECT_STREQ(velatrix_get_last_error(), "Requested coordinate is off the screen in the horizontal direction.");
+    EXPECT_EQ(draw(0, 240 - 12), 1);
+    EXPECT_EQ(draw(0, 240 - 11), 0);
+    EXPECT_STREQ(velatrix_get_last_error(), "Requested string would draw off the screen in the vertical direction.");
+    EXPECT_EQ(draw(0, 241), 0);
+    EXPECT_STREQ(velatrix_get_last_error(), "Requested coordinate is off the screen in the vertical direction.");
+    // Right alignment past the left edge wraps around and is off screen too.
+    EXPECT_EQ(draw(10, 0, VELATRIX_TEXT_ALIGN_RIGHT), 0);
+    EXPECT_STREQ(velatrix_get_last_error(), "Requested coordinate is off the screen in the horizontal direction.");
+}
+
+TEST_F(TextFixture, AlignmentMovesTheChunkOrigin) {
+    ASSERT_EQ(draw(100, 50, VELATRIX_TEXT_ALIGN_CENTRE), 1);
+    ASSERT_EQ(draw(100, 50, VELATRIX_TEXT_ALIGN_RIGHT), 1);
+    ASSERT_EQ(draw(100, 50, VELATRIX_TEXT_ALIGN_LEFT), 1);
+    const auto chunks = fake.sets(103);
+    ASSERT_EQ(chunks.size(), 3u);
+    const int xs[] = {93, 86, 100};
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(chunks[i][1] << 8 | chunks[i][2], xs[i]);
+        EXPECT_EQ(chunks[i][3] << 8 | chunks[i][4], 50);
+        EXPECT_EQ(chunks[i][5] << 8 | chunks[i][6], 14);
+        EXPECT_EQ(chunks[i][7] << 8 | chunks[i][8], 12);
+        EXPECT_EQ(chunks[i][9], 1) << "the smaller of the font's and the display's depth";
+    }
+}
+
+TEST_F(TextFixture, TheTextArrivesAsDarkPixelsOfItsGlyphs) {
+    ASSERT_EQ(draw(0, 0, 0, "|"), 1);
+    const Bytes chunk = fake.sets(103).at(0);
+    int dark = 0;
+    for (size_t i = 10; i < chunk.size(); ++i) dark += __builtin_popcount(chunk[i]);
+    EXPECT_GT(dark, 5) << "a bar glyph has ink";
+    EXPECT_LT(dark, 7 * 12);
+}
+
+TEST_F(TextFixture, InverseFlipsOnlyTheFirstEightPixelBytes) {
+    // Eight bytes are the first two pixels of the bottom row (blue, green,
+    // red each) and the blue and green of the third. Inverted, the first two
+    // turn black and the third red, whose grey (85) counts as dark too.
+    ASSERT_EQ(velatrix_device_draw_text(device, " ", 0, 0, 0, 0), 1);
+    ASSERT_EQ(velatrix_device_draw_text(device, " ", 0, 0, 0, 1), 1);
+    const auto chunks = fake.sets(103);
+    ASSERT_EQ(chunks.size(), 2u);
+    int plain = 0, inverted = 0;
+    for (size_t i = 10; i < chunks[0].size(); ++i) {
+        plain += __builtin_popcount(chunks[0][i]);
+        inverted += __builtin_popcount(chunks[1][i]);
+    }
+    EXPECT_EQ(plain, 0) << "a space is all white";
+    EXPECT_EQ(inverted, 3);
+}
+
+TEST_F(TextFixture, UndecodableTextIsRefused) {
+    EXPECT_EQ(velatrix_device_draw_text_encoded(device, "AB", 2, 0, 0, 0, 0, "no-such-encoding"), 0);
+    EXPECT_STREQ(velatrix_get_last_error(), "String encoding problem, unable to convert string.");
+    EXPECT_EQ(velatrix_device_draw_text(device, "", 0, 0, 0, 0), 0);
+    EXPECT_TRUE(fake.sets(103).empty());
+}
+
+}  // namespace

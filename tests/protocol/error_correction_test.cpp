@@ -1,0 +1,126 @@
+#include <gtest/gtest.h>
+#include <openssl/evp.h>
+
+#include <array>
+#include <cstring>
+
+#include "support/fake_driver.h"
+#include "velatrix-quillmark.h"
+
+namespace {
+
+using velatrix::testing::Bytes;
+using velatrix::testing::capture_stdout;
+using velatrix::testing::FakeDriver;
+
+Bytes table_answer(uint8_t fill) {
+    Bytes answer(2049, fill);
+    answer[0] = 0x1A;
+    return answer;
+}
+
+// The digest computed here with OpenSSL's one-shot call, independently of
+// the library's streaming use.
+std::array<uint8_t, 16> md5_of(const Bytes& data) {
+    std::array<uint8_t, 16> digest{};
+    unsigned int length = 0;
+    EVP_Digest(data.data(), data.size(), digest.data(), &length, EVP_md5(), nullptr);
+    return digest;
+}
+
+TEST(ErrorCorrectionTable, ReadCopiesTheTableAfterTheRunModeWait) {
+    FakeDriver fake;
+    velatrix_device* device = fake.make_device();
+    Bytes answer = table_answer(0);
+    answer[1] = 0xAB;
+    answer[2048] = 0xCD;
+    fake.answer(26, answer);
+    velatrix_hid_feature_error_correction_table table;
+    std::memset(&table, 0x55, sizeof table);
+    velatrix_get_error_correction_table(&table, device);
+    EXPECT_EQ(table.report_id, 0x1A);
+    EXPECT_EQ(table.data[0], 0xAB);
+    EXPECT_EQ(table.data[2047], 0xCD);
+    EXPECT_EQ(table.data[1], 0);
+    EXPECT_EQ(fake.sequence(), "G13 G26");
+    EXPECT_EQ(fake.transfers().back().length, 2049u);
+}
+
+TEST(ErrorCorrectionTable, FailedReadLeavesAZeroRecord) {
+    FakeDriver fake;
+    velatrix_device* device = fake.make_device();
+    fake.fail_report(26);
+    velatrix_hid_feature_error_correction_table table;
+    std::memset(&table, 0x55, sizeof table);
+    velatrix_get_error_correction_table_ref(device, &table);
+    EXPECT_EQ(table.report_id, 0);
+    EXPECT_EQ(table.data[100], 0);
+}
+
+TEST(ErrorCorrectionTable, WriteBracketsTheTableWithRunModes) {
+    FakeDriver fake;
+    velatrix_device* device = fake.make_device();
+    velatrix_hid_feature_error_correction_table table{};
+    table.report_id = 0;  // ignored: the report id is always 0x1A
+    table.data[0] = 7;
+    table.data[2047] = 9;
+    EXPECT_EQ(velatrix_set_error_correction(device, &table), 1);
+    EXPECT_EQ(fake.sequence(false), "S172 S10 S26 S10");
+    const auto sent = fake.sets(26);
+    ASSERT_EQ(sent.size(), 1u);
+    ASSERT_EQ(sent[0].size(), 2049u);
+    EXPECT_EQ(sent[0][0], 0x1A);
+    EXPECT_EQ(sent[0][1], 7);
+    EXPECT_EQ(sent[0][2048], 9);
+    EXPECT_EQ(fake.sets(10), (std::vector<Bytes>{{10, 0}, {10, 2}}));
+}
+
+TEST(ErrorCorrectionTable, AFailedWriteLeavesThePadIdle) {
+    FakeDriver fake;
+    velatrix_device* device = fake.make_device();
+    velatrix_hid_feature_error_correction_table table{};
+    fake.fail_report(26);
+    EXPECT_EQ(velatrix_set_error_correction(device, &table), 0);
+    EXPECT_EQ(fake.sets(10), (std::vector<Bytes>{{10, 0}})) << "no return to run mode 2";
+}
+
+TEST(DeviceUuid, IsTheMd5OfTheTableBytesOnly) {
+    FakeDriver fake;
+    velatrix_device* device = fake.make_device();
+    fake.answer(26, table_answer(0));
+    uint8_t* uuid = velatrix_get_device_uuid(device);
+    ASSERT_NE(uuid, nullptr);
+    const auto expected = md5_of(Bytes(2048, 0));
+    EXPECT_EQ(std::memcmp(uuid, expected.data(), 16), 0);
+    // A well-known digest as a second, independent anchor: MD5 of 2048 zero bytes.
+    char text[64];
+    std::snprintf(text, sizeof text, "%02x%02x%02x%02x", uuid[0], uuid[1], uuid[2], uuid[3]);
+    EXPECT_STREQ(text, "c99a74c5");
+
+    const std::string printed = capture_stdout([&] { velatrix_print_device_uuid(uuid); });
+    EXPECT_EQ(printed.substr(0, 20), "Device UUID:\nuuid = ");
+    EXPECT_EQ(printed.size(), std::string("Device UUID:\nuuid = ").size() + 36 + 1);
+    EXPECT_EQ(printed[20 + 8], '-');
+    velatrix_free_device_uuid(uuid);
+
+    EXPECT_EQ(capture_stdout([] { velatrix_print_device_uuid(nullptr); }), "Device UUID:\n  NULL\n");
+}
+
+TEST(DeviceUuid, EqualTablesGiveEqualIdentifiersAndAnUnreadableTableNone) {
+    FakeDriver fake;
+    velatrix_device* device = fake.make_device();
+    fake.answer(26, table_answer(0x3C));
+    uint8_t* first = velatrix_get_device_uuid(device);
+    uint8_t* second = velatrix_get_device_uuid(device);
+    ASSERT_NE(first, nullptr);
+    ASSERT_NE(second, nullptr);
+    EXPECT_EQ(std::memcmp(first, second, 16), 0);
+    EXPECT_EQ(std::memcmp(first, md5_of(Bytes(2048, 0x3C)).data(), 16), 0);
+    velatrix_free_device_uuid(first);
+    velatrix_free_device_uuid(second);
+
+    fake.fail_report(26);
+    EXPECT_EQ(velatrix_get_device_uuid(device), nullptr);
+}
+
+}  // namespace
