@@ -1,7 +1,11 @@
 #!/usr/bin/env bash
-# Builds the library and runs the command-line tool's main job.
+# The main job: builds the library and the command-line tool, then runs the
+# demo on the first pad found (a virtual pad when none is attached). The
+# demo's images land in build/demo/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/setup.sh default
+mkdir -p build/demo
 ./build/default/quillmark version
 ./build/default/quillmark list
+./build/default/quillmark demo build/demo

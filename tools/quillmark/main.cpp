@@ -3,6 +3,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "commands.h"
 #include "velatrix-quillmark.h"
 
 #ifndef VELATRIX_BUILD_TIMESTAMP
@@ -16,8 +17,11 @@ int usage(FILE* out) {
         "usage: quillmark <command>\n"
         "\n"
         "commands:\n"
-        "  version   print the library version and build date\n"
-        "  list      list the attached pads\n",
+        "  version     print the library version and build date\n"
+        "  list        list the attached pads\n"
+        "  demo [DIR]  open the first pad (a virtual one when none is attached), show a prompt,\n"
+        "              capture a signature and write quillmark-display.bmp and\n"
+        "              quillmark-signature.bmp into DIR (default: the current directory)\n",
         out);
     return out == stderr ? 2 : 0;
 }
@@ -52,6 +56,7 @@ int main(int argc, char** argv) {
     const std::string_view command = argv[1];
     if (command == "version") return print_version();
     if (command == "list") return list_pads();
+    if (command == "demo") return quillmark::run_demo(argc > 2 ? argv[2] : ".");
     if (command == "help" || command == "--help" || command == "-h") return usage(stdout);
     std::fprintf(stderr, "quillmark: unknown command '%s'\n", argv[1]);
     return usage(stderr);
