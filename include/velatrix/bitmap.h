@@ -18,9 +18,6 @@ VELATRIX_BEGIN_DECLS
 /* Size of the BMP file and information headers in front of the pixels. */
 #define VELATRIX_BITMAP_HEADER_SIZE 54
 
-/* Colour values read back for pixels outside a bitmap, and opaque white. */
-#define VELATRIX_COLOR_WHITE 0xFFFFFFFFu
-
 typedef struct velatrix_bitmap {
     uint8_t* data;        /* the whole BMP image: header, then pixels */
     uint8_t* pixels;      /* data + 54: the bottom pixel row */

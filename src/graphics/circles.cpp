@@ -1,0 +1,53 @@
+// Circles: the integer midpoint outline and the filled disc.
+#include <algorithm>
+#include <cstdint>
+
+#include "debug/log.h"
+#include "graphics/pixels.h"
+
+using namespace velatrix::graphics;
+
+extern "C" {
+
+void velatrix_draw_circle(velatrix_bitmap* bitmap, int32_t cx, int32_t cy, int32_t radius, uint32_t color) {
+    VELATRIX_TRACE_FUNCTION();
+    if (!usable_bitmap(bitmap)) return;
+    const int64_t r = radius;
+    int64_t x = -r, y = 0, err = 2 - 2 * r;
+    // At least one round, so a radius of 0 sets the centre four times.
+    do {
+        put_pixel(bitmap, cx - x, cy + y, color);
+        put_pixel(bitmap, cx - y, cy - x, color);
+        put_pixel(bitmap, cx + x, cy - y, color);
+        put_pixel(bitmap, cx + y, cy + x, color);
+        const int64_t previous = err;
+        if (previous <= y) {
+            ++y;
+            err += 2 * y + 1;
+        }
+        if (previous > x || err > y) {
+            ++x;
+            err += 2 * x + 1;
+        }
+    } while (x < 0);
+}
+
+void velatrix_fill_circle(velatrix_bitmap* bitmap, int32_t cx, int32_t cy, int32_t radius, uint32_t color) {
+    VELATRIX_TRACE_FUNCTION();
+    if (!usable_bitmap(bitmap)) return;
+    const int64_t r = radius;
+    // Every pixel of the disc is set once, so only the part on the bitmap
+    // needs visiting.
+    int64_t dy_from = -r, dy_to = r, dx_from = -r, dx_to = r;
+    dy_from = std::max(dy_from, -static_cast<int64_t>(cy));
+    dy_to = std::min(dy_to, static_cast<int64_t>(bitmap->height) - 1 - cy);
+    dx_from = std::max(dx_from, -static_cast<int64_t>(cx));
+    dx_to = std::min(dx_to, static_cast<int64_t>(bitmap->width) - 1 - cx);
+    for (int64_t dy = dy_from; dy <= dy_to; ++dy) {
+        for (int64_t dx = dx_from; dx <= dx_to; ++dx) {
+            if (dx * dx + dy * dy <= r * r) put_pixel(bitmap, cx + dx, cy + dy, color);
+        }
+    }
+}
+
+}  // extern "C"

@@ -1,0 +1,149 @@
+// The bitmap record, its header bytes, the pixel layout in the buffer and the
+// file as an ordinary BMP reader sees it.
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "bmp_reader.h"
+#include "draw_canvas.h"
+#include "velatrix/bitmap.h"
+#include "velatrix/error.h"
+
+namespace velatrix::testing {
+namespace {
+
+TEST(BitmapInit, TenByTwoRecordIsPaddedAndWhite) {
+    std::vector<uint8_t> buffer(200, 0);
+    velatrix_bitmap bitmap;
+    std::memset(&bitmap, 0x5A, sizeof bitmap);
+    ASSERT_EQ(velatrix_bitmap_init(&bitmap, buffer.data(), 10, 2), 1);
+    EXPECT_EQ(bitmap.data, buffer.data());
+    EXPECT_EQ(bitmap.pixels, buffer.data() + 54);
+    EXPECT_EQ(bitmap.width, 10);
+    EXPECT_EQ(bitmap.height, 2);
+    EXPECT_EQ(bitmap.clear_length, 0);
+    EXPECT_EQ(bitmap.stride, 32);
+    EXPECT_EQ(bitmap.image_size, 64);
+    EXPECT_EQ(bitmap.file_size, 118);
+    // Every pixel byte, the row padding included, is white; nothing beyond.
+    for (int i = 54; i < 118; ++i) EXPECT_EQ(buffer[i], 0xFF) << "byte " << i;
+    for (int i = 118; i < 200; ++i) EXPECT_EQ(buffer[i], 0x00) << "byte " << i;
+    EXPECT_EQ(velatrix_get_pixel(&bitmap, 9, 1), 0xFFFFFFFFu);
+}
+
+TEST(BitmapInit, StrideRoundsRowsUpToFourBytes) {
+    const struct {
+        int width, stride;
+    } cases[] = {{0, 0}, {1, 4}, {3, 12}, {4, 12}, {5, 16}, {320, 960}, {321, 964}};
+    for (const auto& c : cases) {
+        std::vector<uint8_t> buffer(bitmap_file_size(c.width, 3));
+        velatrix_bitmap bitmap;
+        ASSERT_EQ(velatrix_bitmap_init(&bitmap, buffer.data(), c.width, 3), 1);
+        EXPECT_EQ(bitmap.stride, c.stride) << "width " << c.width;
+        EXPECT_EQ(bitmap.file_size, c.stride * 3 + 54) << "width " << c.width;
+    }
+}
+
+TEST(BitmapInit, HeaderWritesOnlyItsOwnBytes) {
+    // Bytes the header leaves alone keep the buffer's old contents.
+    std::vector<uint8_t> buffer(120, 0xAA);
+    velatrix_bitmap bitmap;
+    ASSERT_EQ(velatrix_bitmap_init(&bitmap, buffer.data(), 10, 2), 1);
+    const int kOld = 0xAA;
+    const std::vector<int> expected = {
+        'B', 'M', 118, 0, 0, 0,                  // file size
+        kOld, kOld, kOld, kOld,                  // reserved, not written
+        54, kOld, kOld, kOld,                    // pixel offset, low byte only
+        40, kOld, kOld, kOld,                    // info header size, low byte only
+        10, 0, 0, 0, 2, 0, 0, 0,                 // width, height
+        1, kOld, 24, 0, 0, 0, kOld, kOld,        // planes, bits, compression
+        64, 0, 0, 0,                             // image size
+    };
+    for (size_t i = 0; i < expected.size(); ++i) EXPECT_EQ(buffer[i], expected[i]) << "byte " << i;
+    for (size_t i = 38; i < 54; ++i) EXPECT_EQ(buffer[i], kOld) << "byte " << i;
+    EXPECT_EQ(buffer[118], kOld);
+    EXPECT_EQ(buffer[119], kOld);
+}
+
+TEST(BitmapInit, HeaderWriterStoresLargeAndNegativeValuesLittleEndian) {
+    std::vector<uint8_t> data(54, 0);
+    velatrix_bitmap_write_header(data.data(), 0x01020304, 0x0A0B0C0D, 0x00012345, -2);
+    EXPECT_EQ((std::vector<uint8_t>(data.begin() + 2, data.begin() + 6)), (std::vector<uint8_t>{4, 3, 2, 1}));
+    EXPECT_EQ((std::vector<uint8_t>(data.begin() + 18, data.begin() + 22)),
+              (std::vector<uint8_t>{0x45, 0x23, 0x01, 0x00}));
+    EXPECT_EQ((std::vector<uint8_t>(data.begin() + 22, data.begin() + 26)),
+              (std::vector<uint8_t>{0xFE, 0xFF, 0xFF, 0xFF}));
+    EXPECT_EQ((std::vector<uint8_t>(data.begin() + 34, data.begin() + 38)),
+              (std::vector<uint8_t>{0x0D, 0x0C, 0x0B, 0x0A}));
+}
+
+TEST(BitmapInit, RowsAreStoredBottomUpBlueGreenRed) {
+    Canvas canvas(3, 2);
+    velatrix_set_pixel(canvas.get(), 0, 0, 0x112233FFu);  // top line: the last row in memory
+    velatrix_set_pixel(canvas.get(), 2, 1, 0x445566FFu);  // bottom line: the first row
+    const uint8_t* p = canvas.buffer.data() + 54;
+    EXPECT_EQ(p[12 + 0], 0x33);
+    EXPECT_EQ(p[12 + 1], 0x22);
+    EXPECT_EQ(p[12 + 2], 0x11);
+    EXPECT_EQ(p[6 + 0], 0x66);
+    EXPECT_EQ(p[6 + 1], 0x55);
+    EXPECT_EQ(p[6 + 2], 0x44);
+    // Padding bytes 9 to 11 of each row stay as initialised.
+    for (int i : {9, 10, 11, 21, 22, 23}) EXPECT_EQ(p[i], 0xFF) << "byte " << i;
+    EXPECT_EQ(canvas.at(0, 0), 0x112233FFu);
+    EXPECT_EQ(canvas.at(2, 1), 0x445566FFu);
+}
+
+TEST(BitmapInit, BadArgumentsAreRefusedWithAnError) {
+    std::vector<uint8_t> buffer(200, 0x77);
+    velatrix_bitmap bitmap{};
+    EXPECT_EQ(velatrix_bitmap_init(nullptr, buffer.data(), 10, 2), 0);
+    EXPECT_STREQ(velatrix_get_last_error(), "Bitmap or its buffer is null.");
+    EXPECT_EQ(velatrix_bitmap_init(&bitmap, nullptr, 10, 2), 0);
+    EXPECT_STREQ(velatrix_get_last_error(), "Bitmap or its buffer is null.");
+    EXPECT_EQ(velatrix_bitmap_init(&bitmap, buffer.data(), -1, 2), 0);
+    EXPECT_STREQ(velatrix_get_last_error(), "Invalid bitmap size -1 x 2.");
+    EXPECT_EQ(velatrix_bitmap_init(&bitmap, buffer.data(), 2, -5), 0);
+    EXPECT_STREQ(velatrix_get_last_error(), "Invalid bitmap size 2 x -5.");
+    // 100000 x 100000 pixels need more bytes than a 32-bit size holds.
+    EXPECT_EQ(velatrix_bitmap_init(&bitmap, buffer.data(), 100000, 100000), 0);
+    EXPECT_STREQ(velatrix_get_last_error(), "Invalid bitmap size 100000 x 100000.");
+    for (uint8_t b : buffer) ASSERT_EQ(b, 0x77);
+}
+
+TEST(BitmapFile, SavedBitmapReadsBackThroughAPlainBmpReader) {
+    Canvas canvas(5, 3);  // zeroed buffer: a clean file
+    velatrix_set_pixel(canvas.get(), 0, 0, 0xFF0000FFu);
+    velatrix_set_pixel(canvas.get(), 4, 0, 0x00FF00FFu);
+    velatrix_set_pixel(canvas.get(), 2, 2, 0x0000FFFFu);
+    const std::string path = ::testing::TempDir() + "velatrix_bitmap_round_trip.bmp";
+    ASSERT_TRUE(write_file(path, {canvas.bitmap.data, static_cast<size_t>(canvas.bitmap.file_size)}));
+    const BmpImage image = read_bmp_file(path);
+    std::remove(path.c_str());
+    ASSERT_TRUE(image.ok()) << image.error;
+    EXPECT_EQ(image.file_size, 102u);  // three rows of 16 bytes after the header
+    EXPECT_EQ(image.pixel_offset, 54u);
+    EXPECT_EQ(image.info_size, 40u);
+    EXPECT_EQ(image.width, 5);
+    EXPECT_EQ(image.height, 3);
+    EXPECT_EQ(image.planes, 1);
+    EXPECT_EQ(image.bits_per_pixel, 24);
+    EXPECT_EQ(image.compression, 0u);
+    EXPECT_EQ(image.image_size, 48u);
+    for (int y = 0; y < 3; ++y) {
+        for (int x = 0; x < 5; ++x) {
+            uint32_t expected = 0xFFFFFFFFu;
+            if (x == 0 && y == 0) expected = 0xFF0000FFu;
+            if (x == 4 && y == 0) expected = 0x00FF00FFu;
+            if (x == 2 && y == 2) expected = 0x0000FFFFu;
+            EXPECT_EQ(image.at(x, y), expected) << x << "," << y;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace velatrix::testing
