@@ -1,0 +1,69 @@
+#include "protocol/input_dispatch.h"
+
+#include <cstring>
+
+#include "debug/log.h"
+#include "velatrix/host.h"
+#include "velatrix/input.h"
+
+namespace velatrix {
+namespace {
+
+// Walks the list in order. The next node is taken before each call so a
+// callback that unregisters itself does not pull the node from under the
+// walk.
+void call_input_callbacks(velatrix_device* device, const velatrix_input_report& record, const uint8_t* buffer,
+                          uint32_t length) {
+    if (device == nullptr || device->input_callbacks == nullptr) return;
+    velatrix_list_node* node = device->input_callbacks->head;
+    while (node != nullptr) {
+        velatrix_list_node* next = node->next;
+        auto callback = reinterpret_cast<velatrix_input_callback>(node->value);
+        callback(device, &record, record.type, buffer, length);
+        node = next;
+    }
+}
+
+}  // namespace
+
+void dispatch_input_report(velatrix_device* device, const uint8_t* buffer, uint32_t length) {
+    velatrix_input_report* record = velatrix_parse_input_report(device, buffer, length);
+    if (record == nullptr) return;
+    call_input_callbacks(device, *record, buffer, length);
+    velatrix_free_input_report(record);
+}
+
+}  // namespace velatrix
+
+extern "C" {
+
+void velatrix_get_driver_input_report(velatrix_device* device, const uint8_t* buffer, uint32_t length) {
+    VELATRIX_TRACE_FUNCTION();
+    velatrix_input_report* record = velatrix_parse_input_report(device, buffer, length);
+    // Without a callback list (a device that is not open) the record is
+    // deliberately not freed: this service keeps its established behaviour
+    // for drivers outside the library.
+    if (device == nullptr || device->input_callbacks == nullptr) return;
+    if (record == nullptr) return;
+    velatrix::call_input_callbacks(device, *record, buffer, length);
+    velatrix_free_input_report(record);
+}
+
+void velatrix_handle_device_unplug(const char* path) {
+    VELATRIX_TRACE_FUNCTION();
+    if (path == nullptr) return;
+    velatrix_list* open_devices = velatrix_get_open_devices();
+    if (open_devices == nullptr) return;
+    velatrix_list_node* node = open_devices->head;
+    while (node != nullptr) {
+        // The hook may close the device, which takes it off this list.
+        velatrix_list_node* next = node->next;
+        auto* device = static_cast<velatrix_device*>(node->value);
+        if (device != nullptr && device->path != nullptr && std::strcmp(device->path, path) == 0) {
+            velatrix_device_notify_close(device);
+        }
+        node = next;
+    }
+}
+
+}  // extern "C"

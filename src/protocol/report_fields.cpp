@@ -1,0 +1,241 @@
+#include "protocol/report_fields.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "debug/log.h"
+#include "velatrix/transport.h"
+
+namespace velatrix::protocol {
+namespace {
+
+int64_t load(const Slot& slot, const void* record) {
+    const auto* at = static_cast<const uint8_t*>(record) + slot.offset;
+    switch (slot.size) {
+        case 1: {
+            uint8_t v;
+            std::memcpy(&v, at, 1);
+            return slot.is_signed ? int64_t{static_cast<int8_t>(v)} : int64_t{v};
+        }
+        case 2: {
+            uint16_t v;
+            std::memcpy(&v, at, 2);
+            return slot.is_signed ? int64_t{static_cast<int16_t>(v)} : int64_t{v};
+        }
+        case 4: {
+            uint32_t v;
+            std::memcpy(&v, at, 4);
+            return slot.is_signed ? int64_t{static_cast<int32_t>(v)} : int64_t{v};
+        }
+        case 8: {
+            int64_t v;
+            std::memcpy(&v, at, 8);
+            return v;
+        }
+        default:
+            return 0;
+    }
+}
+
+void store(const Slot& slot, void* record, int64_t value) {
+    auto* at = static_cast<uint8_t*>(record) + slot.offset;
+    const auto bits = static_cast<uint64_t>(value);
+    switch (slot.size) {
+        case 1: {
+            const auto v = static_cast<uint8_t>(bits);
+            std::memcpy(at, &v, 1);
+            break;
+        }
+        case 2: {
+            const auto v = static_cast<uint16_t>(bits);
+            std::memcpy(at, &v, 2);
+            break;
+        }
+        case 4: {
+            const auto v = static_cast<uint32_t>(bits);
+            std::memcpy(at, &v, 4);
+            break;
+        }
+        case 8:
+            std::memcpy(at, &bits, 8);
+            break;
+        default:
+            break;
+    }
+}
+
+// The formats come from the report tables; the argument type follows the
+// conversion so that "%ld" gets a long and "%u" an unsigned.
+void print_number(const char* format, int64_t value) {
+    const char* conversion = std::strchr(format, '%');
+    bool is_long = false;
+    char kind = 'd';
+    if (conversion != nullptr) {
+        for (const char* c = conversion + 1; *c != '\0'; ++c) {
+            if (*c == 'l') is_long = true;
+            if (std::strchr("diuxX", *c) != nullptr) {
+                kind = *c;
+                break;
+            }
+        }
+    }
+    const bool is_signed = kind == 'd' || kind == 'i';
+    if (is_long) {
+        if (is_signed) std::printf(format, static_cast<long>(value));
+        else std::printf(format, static_cast<unsigned long>(value));
+    } else {
+        if (is_signed) std::printf(format, static_cast<int>(value));
+        else std::printf(format, static_cast<unsigned>(value));
+    }
+}
+
+void print_field(const Field& field, int width, const uint8_t* record) {
+    if (field.print == PrintKind::kHexDump) {
+        std::printf("%*s =\n", width, field.label);
+        for (uint16_t i = 0; i < field.slot.size; ++i) {
+            std::printf("%02x ", record[field.slot.offset + i]);
+            if (i % 8 == 7) std::printf("\n");
+        }
+        if (field.slot.size % 8 != 0) std::printf("\n");
+        return;
+    }
+    std::printf("%*s = ", width, field.label);
+    switch (field.print) {
+        case PrintKind::kNumber:
+            print_number(field.format, load(field.slot, record));
+            break;
+        case PrintKind::kText: {
+            // The record's text need not be terminated; never read past it.
+            const auto* begin = reinterpret_cast<const char*>(record + field.slot.offset);
+            const std::string text(begin, strnlen(begin, field.slot.size));
+            std::printf(field.format, text.c_str());
+            break;
+        }
+        case PrintKind::kDotted:
+            for (uint16_t i = 0; i < field.slot.size; ++i) {
+                if (i > 0) std::printf(".");
+                std::printf(field.format, record[field.slot.offset + i]);
+            }
+            break;
+        case PrintKind::kNamed: {
+            const auto value = static_cast<int>(load(field.slot, record));
+            const bool known = value >= 0 && static_cast<size_t>(value) < field.names.size();
+            std::printf(field.format, value, known ? field.names[static_cast<size_t>(value)] : "UNKNOWN");
+            break;
+        }
+        case PrintKind::kBitOf:
+            std::printf(field.format, static_cast<int>((load(field.slot, record) >> field.bit) & 1));
+            break;
+        case PrintKind::kHidden:
+        case PrintKind::kHexDump:
+            break;
+    }
+    std::printf("\n");
+}
+
+}  // namespace
+
+void unpack_report(const ReportLayout& layout, std::span<const uint8_t> buffer, void* record) {
+    for (const Field& field : layout.fields) {
+        const Wire& wire = field.wire;
+        switch (wire.kind) {
+            case WireKind::kNone:
+                break;
+            case WireKind::kByte:
+                store(field.slot, record, buffer[wire.offset]);
+                break;
+            case WireKind::kWord:
+                store(field.slot, record, get2(buffer.data(), wire.offset));
+                break;
+            case WireKind::kLong:
+                store(field.slot, record, get4(buffer.data(), wire.offset));
+                break;
+            case WireKind::kBits:
+            case WireKind::kFlag: {
+                const unsigned mask = (1u << wire.width) - 1;
+                store(field.slot, record, (buffer[wire.offset] >> wire.shift) & mask);
+                break;
+            }
+            case WireKind::kBytes:
+                std::memcpy(static_cast<uint8_t*>(record) + field.slot.offset, buffer.data() + wire.offset,
+                            wire.width);
+                break;
+        }
+    }
+}
+
+void pack_report(const ReportLayout& layout, const void* record, std::span<uint8_t> buffer) {
+    buffer[0] = layout.id;
+    for (const Field& field : layout.fields) {
+        const Wire& wire = field.wire;
+        switch (wire.kind) {
+            case WireKind::kNone:
+                break;
+            case WireKind::kByte:
+                buffer[wire.offset] = static_cast<uint8_t>(load(field.slot, record));
+                break;
+            case WireKind::kWord:
+                put2(buffer.data(), wire.offset, static_cast<int32_t>(load(field.slot, record)));
+                break;
+            case WireKind::kLong:
+                put4(buffer.data(), wire.offset, load(field.slot, record));
+                break;
+            case WireKind::kBits:
+                // Unmasked on purpose: a value wider than its field spills
+                // into the neighbouring bits, as the pad's tools expect.
+                buffer[wire.offset] |=
+                    static_cast<uint8_t>(static_cast<uint64_t>(load(field.slot, record)) << wire.shift);
+                break;
+            case WireKind::kFlag:
+                if (load(field.slot, record) != 0) buffer[wire.offset] |= static_cast<uint8_t>(1u << wire.shift);
+                break;
+            case WireKind::kBytes:
+                std::memcpy(buffer.data() + wire.offset, static_cast<const uint8_t*>(record) + field.slot.offset,
+                            wire.width);
+                break;
+        }
+    }
+    // The report id row (if any) copied the record's id; the layout's wins.
+    buffer[0] = layout.id;
+}
+
+bool read_report(velatrix_device* device, const ReportLayout& layout, void* record, const char* function) {
+    std::memset(record, 0, layout.record_size);
+    std::vector<uint8_t> buffer(layout.length, 0);
+    buffer[0] = layout.id;
+    if (velatrix_hid_get_feature_report(device, buffer.data(), layout.length) != 1) {
+        velatrix_debug_report_message(function, kLogCore, __LINE__, VELATRIX_LEVEL_WARNING,
+                                      "Unable to get report: %s", velatrix_get_last_error());
+        return false;
+    }
+    unpack_report(layout, buffer, record);
+    if (layout.after_read != nullptr) layout.after_read(buffer, record);
+    return true;
+}
+
+int write_report(velatrix_device* device, const ReportLayout& layout, const void* record) {
+    std::vector<uint8_t> buffer(layout.length, 0);
+    pack_report(layout, record, buffer);
+    return velatrix_hid_set_feature_report(device, buffer.data(), layout.length) == 1 ? 1 : 0;
+}
+
+void print_report(const ReportLayout& layout, const void* record) {
+    std::printf("%s", layout.header);
+    if (record == nullptr) {
+        std::printf("  NULL\n");
+        return;
+    }
+    size_t width = 0;
+    for (const Field& field : layout.fields) {
+        if (field.print != PrintKind::kHidden) width = std::max(width, std::strlen(field.label));
+    }
+    for (const Field& field : layout.fields) {
+        if (field.print != PrintKind::kHidden)
+            print_field(field, static_cast<int>(width), static_cast<const uint8_t*>(record));
+    }
+}
+
+}  // namespace velatrix::protocol

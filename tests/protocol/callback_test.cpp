@@ -1,0 +1,283 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "input_test_util.h"
+#include "protocol/input_dispatch.h"
+#include "support/fake_driver.h"
+#include "support/log_capture.h"
+#include "velatrix/error.h"
+
+#if defined(__SANITIZE_ADDRESS__)
+#include <sanitizer/lsan_interface.h>
+#define VELATRIX_LEAK_CHECK_OFF() __lsan_disable()
+#define VELATRIX_LEAK_CHECK_ON() __lsan_enable()
+#else
+#define VELATRIX_LEAK_CHECK_OFF() ((void)0)
+#define VELATRIX_LEAK_CHECK_ON() ((void)0)
+#endif
+
+namespace velatrix::testing {
+namespace {
+
+struct Call {
+    int callback;
+    velatrix_device* device;
+    int type;
+    uint8_t record_type;
+    uint16_t x;
+    std::vector<uint8_t> raw;
+};
+std::vector<Call> calls;
+
+template <int N>
+int record_call(velatrix_device* device, const velatrix_input_report* record, int type, const uint8_t* buffer,
+                uint32_t length) {
+    calls.push_back(
+        {N, device, type, record->type, record->data.coordinate.x, std::vector<uint8_t>(buffer, buffer + length)});
+    return 0;
+}
+
+std::vector<int> callback_order() {
+    std::vector<int> order;
+    for (const Call& call : calls) order.push_back(call.callback);
+    return order;
+}
+
+// How many records `function` logged with exactly `text`.
+int logged(const LogCapture& log, const std::string& function, const std::string& text) {
+    int found = 0;
+    for (const LoggedRecord& record : log.records()) found += (record.function == function && record.text == text);
+    return found;
+}
+
+const std::vector<uint8_t> kCoordinate = {1, 0x11, 0x39, 0x05, 0x10, 0x00, 0xAA};
+
+class InputCallbacks : public ::testing::Test {
+protected:
+    void SetUp() override { calls.clear(); }
+    void open() { device->input_callbacks = velatrix_create_list(); }
+    void TearDown() override {
+        velatrix_list_free(device->input_callbacks);
+        device->input_callbacks = nullptr;
+    }
+
+    FakeDriver fake;
+    velatrix_device* device = fake.make_device();
+};
+
+TEST_F(InputCallbacks, CalledInRegistrationOrderTwiceWhenRegisteredTwice) {
+    open();
+    LogCapture log;
+    velatrix_register_input_callback(device, record_call<1>);
+    velatrix_register_input_callback(device, record_call<2>);
+    velatrix_register_input_callback(device, record_call<1>);
+    EXPECT_EQ(logged(log, "velatrix_register_input_callback", "Successfully added input callback to list."), 3);
+    EXPECT_EQ(log.count("Successfully added input callback to list.", VELATRIX_LEVEL_INFO), 3);
+    EXPECT_EQ(velatrix_list_count(device->input_callbacks), 3u);
+
+    dispatch_input_report(device, kCoordinate.data(), static_cast<uint32_t>(kCoordinate.size()));
+    ASSERT_EQ(callback_order(), (std::vector<int>{1, 2, 1}));
+    for (const Call& call : calls) {
+        EXPECT_EQ(call.device, device);
+        EXPECT_EQ(call.type, VELATRIX_INPUT_COORDINATE);
+        EXPECT_EQ(call.record_type, VELATRIX_INPUT_COORDINATE);
+        EXPECT_EQ(call.x, 0x0539);
+        EXPECT_EQ(call.raw,
+                  kCoordinate);  // the raw report as it came, longer than its minimum
+    }
+
+    // One unregister takes out the oldest registration only.
+    calls.clear();
+    velatrix_unregister_input_callback(device, record_call<1>);
+    EXPECT_EQ(logged(log, "velatrix_unregister_input_callback", "Successfully removed callback."), 1);
+    dispatch_input_report(device, kCoordinate.data(), static_cast<uint32_t>(kCoordinate.size()));
+    EXPECT_EQ(callback_order(), (std::vector<int>{2, 1}));
+
+    // Removing a callback that is not there is not an error.
+    calls.clear();
+    velatrix_report_error_internal("%s", "untouched");
+    velatrix_unregister_input_callback(device, record_call<3>);
+    EXPECT_STREQ(velatrix_get_last_error(), "untouched");
+    EXPECT_EQ(velatrix_list_count(device->input_callbacks), 2u);
+}
+
+TEST_F(InputCallbacks, ButtonEventsReachCallbacksWithTheirOwnType) {
+    open();
+    RegionTable table(device, {VELATRIX_REGION_BUTTON});
+    velatrix_register_input_callback(device, record_call<1>);
+    const std::vector<uint8_t> down = extended(true, 77, 1, 1);
+    dispatch_input_report(device, down.data(), static_cast<uint32_t>(down.size()));
+    ASSERT_EQ(calls.size(), 1u);
+    EXPECT_EQ(calls[0].type, VELATRIX_INPUT_BUTTON_DOWN);
+    EXPECT_EQ(calls[0].raw, down);
+}
+
+TEST_F(InputCallbacks, ReportThatFailsToParseReachesNoCallback) {
+    open();
+    velatrix_register_input_callback(device, record_call<1>);
+    const std::vector<uint8_t> short_report = {1, 0x11, 0, 0, 0};
+    const std::vector<uint8_t> unknown = {99, 0, 0, 0, 0, 0, 0, 0};
+    dispatch_input_report(device, short_report.data(), static_cast<uint32_t>(short_report.size()));
+    EXPECT_STREQ(velatrix_get_last_error(), "Buffer was too small to be an input coordinate buffer.");
+    velatrix_get_driver_input_report(device, unknown.data(), static_cast<uint32_t>(unknown.size()));
+    EXPECT_STREQ(velatrix_get_last_error(), "Unknown input report in buffer.");
+    dispatch_input_report(device, nullptr, 0);
+    EXPECT_TRUE(calls.empty());
+}
+
+TEST_F(InputCallbacks, DriverServiceDispatchesLikeTheRead) {
+    open();
+    velatrix_register_input_callback(device, record_call<1>);
+    velatrix_register_input_callback(device, record_call<2>);
+    velatrix_get_driver_input_report(device, kCoordinate.data(), static_cast<uint32_t>(kCoordinate.size()));
+    EXPECT_EQ(callback_order(), (std::vector<int>{1, 2}));
+    EXPECT_EQ(calls[0].raw, kCoordinate);
+}
+
+TEST_F(InputCallbacks, DriverServiceStillParsesForADeviceWithoutList) {
+    // A closed device has no list: the report is parsed (button state moves
+    // on) and no callback runs. The record is deliberately not freed here,
+    // so the leak checker is told to look away from this one call.
+    RegionTable table(device, {VELATRIX_REGION_BUTTON});
+    const std::vector<uint8_t> down = extended(true, 1, 1, 1);
+    VELATRIX_LEAK_CHECK_OFF();
+    velatrix_get_driver_input_report(device, down.data(), static_cast<uint32_t>(down.size()));
+    VELATRIX_LEAK_CHECK_ON();
+    EXPECT_EQ(device->button_active, 1);
+    EXPECT_TRUE(calls.empty());
+}
+
+TEST_F(InputCallbacks, ClosedDeviceStoresNothingYetLogsSuccess) {
+    LogCapture log;
+    velatrix_register_input_callback(device, record_call<1>);
+    EXPECT_EQ(device->input_callbacks, nullptr);
+    EXPECT_EQ(logged(log, "velatrix_register_input_callback", "Successfully added input callback to list."), 1);
+
+    // Opening makes a new, empty list: the earlier registration is gone.
+    open();
+    dispatch_input_report(device, kCoordinate.data(), static_cast<uint32_t>(kCoordinate.size()));
+    EXPECT_TRUE(calls.empty());
+}
+
+TEST_F(InputCallbacks, UnregisterFromAnEmptyOrMissingList) {
+    LogCapture log;
+    velatrix_unregister_input_callback(device, record_call<1>);  // no list
+    open();
+    velatrix_unregister_input_callback(device, record_call<1>);  // empty list
+    EXPECT_EQ(logged(log, "velatrix_unregister_input_callback", "Callbacks list is empty, nothing to remove."), 2);
+    EXPECT_EQ(logged(log, "velatrix_unregister_input_callback", "Successfully removed callback."), 0);
+    EXPECT_EQ(velatrix_list_count(device->input_callbacks), 0u);
+    // Both lines are INFO records.
+    EXPECT_EQ(log.count("Callbacks list is empty, nothing to remove.", VELATRIX_LEVEL_INFO), 2);
+}
+
+TEST_F(InputCallbacks, NullArgumentsAreReportedAndStoreNothing) {
+    open();
+    velatrix_register_input_callback(nullptr, record_call<1>);
+    EXPECT_STREQ(velatrix_get_last_error(), "Parameter passed into velatrix_register_input_callback was null.");
+    velatrix_report_error_internal("%s", "untouched");
+    velatrix_register_input_callback(device, nullptr);
+    EXPECT_STREQ(velatrix_get_last_error(), "Parameter passed into velatrix_register_input_callback was null.");
+    EXPECT_EQ(velatrix_list_count(device->input_callbacks), 0u);
+    velatrix_unregister_input_callback(nullptr, record_call<1>);
+    EXPECT_STREQ(velatrix_get_last_error(), "Parameter passed into velatrix_unregister_input_callback was null.");
+}
+
+// ---- Hot-plug callbacks ---------------------------------------------------
+
+std::vector<std::string> hotplug_calls;
+
+template <int N>
+int record_hotplug(uint32_t event, const char* path) {
+    hotplug_calls.push_back(std::to_string(N) + ":" + std::to_string(event) + ":" + path);
+    return 0;
+}
+
+void fire_hotplug(uint32_t event, const char* path) {
+    for (velatrix_list_node* node = velatrix_get_device_callbacks()->head; node != nullptr; node = node->next) {
+        reinterpret_cast<velatrix_hotplug_callback>(node->value)(event, path);
+    }
+}
+
+TEST(HotplugCallbacks, BeforeInitNothingIsStoredYetSuccessIsLogged) {
+    ASSERT_EQ(velatrix_get_device_callbacks(), nullptr);
+    LogCapture log;
+    velatrix_register_hotplug_callback(record_hotplug<1>);
+    EXPECT_EQ(velatrix_get_device_callbacks(), nullptr);
+    EXPECT_EQ(logged(log, "velatrix_register_hotplug_callback", "Successfully added hotplug callback to list."), 1);
+    velatrix_unregister_hotplug_callback(record_hotplug<1>);
+    EXPECT_EQ(logged(log, "velatrix_unregister_hotplug_callback", "Callbacks list is empty, nothing to remove."), 1);
+}
+
+TEST(HotplugCallbacks, RegisterInOrderAndUnregisterFirstFromHead) {
+    velatrix_list* list = velatrix_create_list();
+    velatrix_set_device_callbacks(list);
+    hotplug_calls.clear();
+    LogCapture log;
+
+    velatrix_unregister_hotplug_callback(record_hotplug<1>);
+    EXPECT_EQ(logged(log, "velatrix_unregister_hotplug_callback", "Callbacks list is empty, nothing to remove."), 1);
+
+    velatrix_register_hotplug_callback(record_hotplug<1>);
+    velatrix_register_hotplug_callback(record_hotplug<2>);
+    velatrix_register_hotplug_callback(record_hotplug<1>);
+    fire_hotplug(VELATRIX_HOTPLUG_ADDED, "USB_f055_0001_ff_00_1230000");
+    EXPECT_EQ(hotplug_calls,
+              (std::vector<std::string>{"1:0:USB_f055_0001_ff_00_1230000", "2:0:USB_f055_0001_ff_00_1230000",
+                                        "1:0:USB_f055_0001_ff_00_1230000"}));
+
+    velatrix_unregister_hotplug_callback(record_hotplug<1>);
+    EXPECT_EQ(logged(log, "velatrix_unregister_hotplug_callback", "Successfully removed callback."), 1);
+    hotplug_calls.clear();
+    fire_hotplug(VELATRIX_HOTPLUG_REMOVED, "p");
+    EXPECT_EQ(hotplug_calls, (std::vector<std::string>{"2:1:p", "1:1:p"}));
+
+    velatrix_register_hotplug_callback(nullptr);
+    EXPECT_STREQ(velatrix_get_last_error(), "Parameter passed into velatrix_register_hotplug_callback was null.");
+    EXPECT_EQ(velatrix_list_count(list), 2u);
+
+    velatrix_set_device_callbacks(nullptr);
+    velatrix_list_free(list);
+}
+
+// ---- Unplug ---------------------------------------------------------------
+
+TEST(DeviceUnplug, NotifiesEveryOpenDeviceWithThePath) {
+    FakeDriver fake;
+    velatrix_device* first = fake.make_device("USB_f055_0001_ff_00_1100000");
+    velatrix_device* second = fake.make_device("USB_f055_0001_ff_00_1200000");
+    velatrix_device* twin = fake.make_device("USB_f055_0001_ff_00_1100000");
+    velatrix_list* open_devices = velatrix_create_list();
+    velatrix_list_add(open_devices, first);
+    velatrix_list_add(open_devices, second);
+    velatrix_list_add(open_devices, twin);
+    velatrix_list* previous = velatrix_get_open_devices();
+    velatrix_set_open_devices(open_devices);
+
+    {
+        LogCapture log;
+        velatrix_handle_device_unplug("USB_f055_0001_ff_00_1100000");
+        EXPECT_EQ(logged(log, "velatrix_device_notify_close", "==> Entering Function"), 2);
+    }
+    {
+        LogCapture log;
+        velatrix_handle_device_unplug("USB_f055_0001_ff_00_1300000");
+        velatrix_handle_device_unplug("USB_f055_0001_ff_00_1");  // a prefix is no match
+        velatrix_handle_device_unplug(nullptr);
+        EXPECT_EQ(logged(log, "velatrix_device_notify_close", "==> Entering Function"), 0);
+    }
+
+    velatrix_set_open_devices(nullptr);
+    velatrix_list_free(open_devices);
+    {
+        LogCapture log;
+        velatrix_handle_device_unplug("USB_f055_0001_ff_00_1100000");  // no registry at all
+        EXPECT_EQ(logged(log, "velatrix_device_notify_close", "==> Entering Function"), 0);
+    }
+    velatrix_set_open_devices(previous);
+}
+
+}  // namespace
+}  // namespace velatrix::testing

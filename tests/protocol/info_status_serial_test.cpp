@@ -1,0 +1,160 @@
+#include "info_report_test_support.h"
+
+namespace velatrix::testing {
+namespace {
+
+using DeviceStatus = ReportTest;
+using SerialNumber = ReportTest;
+
+Bytes serial_write(const std::string& text) {
+    Bytes bytes = wire(27, 35, {{33, {'S', 'N'}}});
+    std::copy(text.begin(), text.end(), bytes.begin() + 1);
+    return bytes;
+}
+
+TEST_F(DeviceStatus, UnpacksFlagsWordsAndErrorText) {
+    // Byte 0 of the answer is not trusted: a successful read marks the record 13.
+    Bytes answer = wire(0, 73, {{1, {0x11 | 0xEE, 0x03, 0x25 | 0xC0, 0xAB, 0x34, 0x12, 0x78, 0x56}}});
+    const std::string text = "E42: flash full";
+    std::copy(text.begin(), text.end(), answer.begin() + 9);
+    fake.answer(13, answer);
+
+    velatrix_hid_feature_device_status status;
+    std::memset(&status, 0x77, sizeof status);
+    velatrix_hid_feature_device_status* returned = velatrix_get_device_status(&status, device);
+    EXPECT_EQ(returned, &status);
+    EXPECT_EQ(fake.transfers().at(0).length, 73u);
+    EXPECT_EQ(status.report_id, 13);
+    EXPECT_EQ(status.is_initializing, 1);
+    EXPECT_EQ(status.is_idle, 1);
+    EXPECT_EQ(status.calibration_required, 1);
+    EXPECT_EQ(status.is_calibrating, 1);
+    const uint8_t interlocks[] = {status.interlock_0, status.interlock_1, status.interlock_2,
+                                  status.interlock_3, status.interlock_4, status.interlock_5};
+    EXPECT_EQ(Bytes(interlocks, interlocks + 6), (Bytes{1, 0, 1, 0, 0, 1}));
+    EXPECT_EQ(status.reserved1, 0xAB);
+    EXPECT_EQ(status.reserved2, 0x1234);
+    EXPECT_EQ(status.reserved3, 0x5678);
+    EXPECT_STREQ(status.errorInfo, text.c_str());
+
+    EXPECT_EQ(capture_stdout([&] { velatrix_print_device_status(&status); }),
+              "velatrix_hid_feature_device_status:\n"
+              "           report_id = 13\n"
+              "     is_initializing = 1\n"
+              "             is_idle = 1\n"
+              "calibration_required = 1\n"
+              "      is_calibrating = 1\n"
+              "           reserved1 = 0xab\n"
+              "           reserved2 = 0x1234\n"
+              "           errorInfo = \"E42: flash full\"\n");
+}
+
+TEST_F(DeviceStatus, UnterminatedErrorTextPrintsSixtyFourCharacters) {
+    velatrix_hid_feature_device_status status{};
+    status.report_id = 13;
+    std::memset(status.errorInfo, 'x', sizeof status.errorInfo);
+    const std::string out = capture_stdout([&] { velatrix_print_device_status(&status); });
+    EXPECT_NE(out.find("errorInfo = \"" + std::string(64, 'x') + "\"\n"), std::string::npos);
+}
+
+TEST_F(DeviceStatus, FailedReadIsAllClear) {
+    fake.fail_report(13, "gone");
+    velatrix_hid_feature_device_status status;
+    std::memset(&status, 0xFF, sizeof status);
+    EXPECT_EQ(velatrix_get_device_status(&status, device), &status);
+    EXPECT_TRUE(all_zero(status));
+    EXPECT_EQ(logged("velatrix_get_device_status_ref", "Unable to get report: gone", VELATRIX_LEVEL_WARNING), 1);
+}
+
+TEST_F(DeviceStatus, ClearLastErrorSendsAZeroedStatusReport) {
+    EXPECT_EQ(velatrix_clear_last_error(device), 1);
+    EXPECT_EQ(fake.sets(13), (std::vector<Bytes>{wire(13, 73)}));
+    fake.fail_report(13);
+    EXPECT_EQ(velatrix_clear_last_error(device), 0);
+}
+
+TEST_F(SerialNumber, ReadCleansErasedFlashAndTerminates) {
+    fake.answer(27, wire(27, 35, {{1, Bytes(32, 0xFF)}, {33, {'S', 'N'}}}));
+    EXPECT_STREQ(velatrix_get_serial_number(device).serial_number, "");
+
+    Bytes answer = wire(27, 35, {{1, Bytes(32, 0xFF)}});
+    for (size_t i = 0; i < 3; ++i) answer[1 + i] = static_cast<uint8_t>("ABC"[i]);
+    answer[10] = 'Z';  // text after erased bytes stays but is cut off by the first NUL
+    fake.answer(27, answer);
+    const velatrix_hid_feature_serial_number serial = velatrix_get_serial_number(device);
+    EXPECT_EQ(serial.report_id, 27);
+    EXPECT_STREQ(serial.serial_number, "ABC");
+    EXPECT_EQ(serial.serial_number[9], 'Z');
+    EXPECT_EQ(serial.serial_number[8], 0);
+
+    fake.answer(27, wire(27, 35, {{1, Bytes(32, 'Q')}}));
+    velatrix_hid_feature_serial_number full;
+    velatrix_get_serial_number_ref(device, &full);
+    EXPECT_EQ(std::string(full.serial_number), std::string(31, 'Q'));
+
+    EXPECT_EQ(capture_stdout([&] { velatrix_print_serial_number(&serial); }),
+              "velatrix_hid_feature_serial_number structure:\n"
+              "serial_number = 'ABC'\n");
+}
+
+TEST_F(SerialNumber, WriteCommitsThenWritesWhileIdle) {
+    const std::string forty = "0123456789012345678901234567890123456789";
+    EXPECT_EQ(velatrix_set_serial_number(device, forty.c_str(), static_cast<uint32_t>(forty.size())), 1);
+    EXPECT_EQ(fake.sequence(), "G13 G13 S172 G13 G13 G13 S10 G13 S27 G13 S10 G13");
+    EXPECT_EQ(fake.sets(27), (std::vector<Bytes>{serial_write(forty.substr(0, 31))}));
+    EXPECT_EQ(fake.sets(172), (std::vector<Bytes>{{172, 0}}));
+    // The pad was running, so it goes back to run mode 2.
+    EXPECT_EQ(fake.sets(10), (std::vector<Bytes>{{10, 0}, {10, 2}}));
+    EXPECT_TRUE(log.contains("Firmware interlock successfully waited for, sleep: 100, interlock: 4, took: 0"));
+}
+
+TEST_F(SerialNumber, WriteReturnsToIdleWhenThePadWasIdle) {
+    fake.answer(13, wire(13, 73, {{1, {0x10}}}));
+    EXPECT_EQ(velatrix_set_serial_number(device, "SN-1", 4), 1);
+    EXPECT_EQ(fake.sets(10), (std::vector<Bytes>{{10, 0}, {10, 0}}));
+    EXPECT_EQ(fake.sets(27), (std::vector<Bytes>{serial_write("SN-1")}));
+}
+
+TEST_F(SerialNumber, OlderPadsCommitRegionsInstead) {
+    fake.fail_report(172, "no screens");
+    EXPECT_EQ(velatrix_set_serial_number(device, "AB", 2), 1);
+    EXPECT_EQ(fake.sequence(false), "S172 S115 S10 S27 S10");
+    EXPECT_EQ(fake.sets(115), (std::vector<Bytes>{{115, 0}}));
+
+    fake.clear_transfers();
+    fake.fail_report(115, "no regions either");
+    EXPECT_EQ(velatrix_set_serial_number(device, "AB", 2), 0);
+    EXPECT_EQ(fake.sequence(false), "S172 S115");
+}
+
+TEST_F(SerialNumber, WriteFailures) {
+    // Busy pad: nothing is sent.
+    fake.busy_for(1000, 0x04);
+    EXPECT_EQ(velatrix_set_serial_number(device, "AB", 2), 0);
+    EXPECT_TRUE(fake.sets().empty());
+    EXPECT_EQ(fake.gets_of(13), 100);
+    fake.busy_for(0, 0);
+
+    // A failed send still returns the pad to its run mode.
+    fake.clear_transfers();
+    fake.fail_report(27, "write refused");
+    EXPECT_EQ(velatrix_set_serial_number(device, "AB", 2), 0);
+    EXPECT_EQ(fake.sequence(false), "S172 S10 S27 S10");
+    EXPECT_STREQ(velatrix_get_last_error(), "write refused");
+
+    // No text to copy is a caller error.
+    fake.clear_transfers();
+    EXPECT_EQ(velatrix_set_serial_number(device, nullptr, 5), 0);
+    EXPECT_TRUE(fake.transfers().empty());
+}
+
+TEST_F(SerialNumber, FailedRunModeSwitchStopsTheWrite) {
+    // Status polls: serial wait, commit before, commit after, status read,
+    // then the run-mode wait finds the pad busy for good.
+    fake.answer_sequence(13, {wire(13, 73), wire(13, 73), wire(13, 73), wire(13, 73), wire(13, 73, {{3, {0x01}}})});
+    EXPECT_EQ(velatrix_set_serial_number(device, "AB", 2), 0);
+    EXPECT_EQ(fake.sequence(false), "S172");
+}
+
+}  // namespace
+}  // namespace velatrix::testing

@@ -1,0 +1,260 @@
+#include <gtest/gtest.h>
+
+#include <numeric>
+#include <string>
+
+#include "input_test_util.h"
+#include "support/fake_driver.h"
+#include "velatrix/error.h"
+
+namespace velatrix::testing {
+namespace {
+
+std::vector<uint8_t> report_of(uint8_t id, size_t length) {
+    std::vector<uint8_t> bytes(length, 0);
+    bytes[0] = id;
+    return bytes;
+}
+
+TEST(InputReportParse, EveryReportParsesAtItsMinimumAndFailsOneByteShort) {
+    struct Case {
+        uint8_t id;
+        size_t minimum;
+        uint8_t type;
+        const char* message;
+    };
+    const Case cases[] = {
+        {1, 6, VELATRIX_INPUT_COORDINATE, "Buffer was too small to be an input coordinate buffer."},
+        {2, 7, VELATRIX_INPUT_EXTENDED_COORDINATE, "Buffer was too small to be an extended input coordinate buffer."},
+        {3, 11, VELATRIX_INPUT_ADC, "Buffer was too small to be an adc value buffer."},
+        {12, 231, VELATRIX_INPUT_MAGNETIC_CARD_SWIPE, "Buffer was too small to be a card swipe buffer."},
+        {254, 22, VELATRIX_INPUT_DEBUG_COORDINATE, "Buffer was too small to be a debug coordinate buffer."},
+    };
+    FakeDriver fake;
+    velatrix_device* device = fake.make_device();
+    for (const Case& c : cases) {
+        SCOPED_TRACE(int(c.id));
+        InputReportPtr record = parse(device, report_of(c.id, c.minimum));
+        ASSERT_NE(record, nullptr);
+        EXPECT_EQ(record->type, c.type);
+
+        velatrix_report_error_internal("%s", "untouched");
+        EXPECT_EQ(parse(device, report_of(c.id, c.minimum - 1)), nullptr);
+        EXPECT_STREQ(velatrix_get_last_error(), c.message);
+
+        // Bytes past the listed fields are ignored.
+        std::vector<uint8_t> longer = report_of(c.id, c.minimum + 40);
+        std::fill(longer.begin() + c.minimum, longer.end(), 0xEE);
+        record = parse(device, longer);
+        ASSERT_NE(record, nullptr);
+        InputReportPtr plain = parse(device, report_of(c.id, c.minimum));
+        EXPECT_EQ(std::memcmp(record.get(), plain.get(), sizeof(velatrix_input_report)), 0);
+    }
+}
+
+TEST(InputReportParse, NullOrEmptyBufferAndUnknownIdsAreRejected) {
+    FakeDriver fake;
+    velatrix_device* device = fake.make_device();
+    const uint8_t one[] = {1, 0, 0, 0, 0, 0};
+    EXPECT_EQ(velatrix_parse_input_report(device, nullptr, 6), nullptr);
+    EXPECT_STREQ(velatrix_get_last_error(), "Buffer passed into velatrix_parse_input_report was null or empty.");
+    velatrix_report_error_internal("%s", "untouched");
+    EXPECT_EQ(velatrix_parse_input_report(device, one, 0), nullptr);
+    EXPECT_STREQ(velatrix_get_last_error(), "Buffer passed into velatrix_parse_input_report was null or empty.");
+
+    for (int id : {0, 4, 11, 13, 100, 249, 250, 253, 255}) {
+        SCOPED_TRACE(id);
+        velatrix_report_error_internal("%s", "untouched");
+        EXPECT_EQ(parse(device, report_of(static_cast<uint8_t>(id), 240)), nullptr);
+        EXPECT_STREQ(velatrix_get_last_error(), "Unknown input report in buffer.");
+        // A one-byte unknown report is unknown, not too short.
+        EXPECT_EQ(parse(device, {static_cast<uint8_t>(id)}), nullptr);
+        EXPECT_STREQ(velatrix_get_last_error(), "Unknown input report in buffer.");
+    }
+}
+
+TEST(InputReportParse, CoordinateFlagsAndLittleEndianPosition) {
+    FakeDriver fake;
+    velatrix_device* device = fake.make_device();
+    struct Case {
+        uint8_t flags;
+        uint8_t tip;
+        uint8_t in_range;
+    };
+    // Other flag bits are ignored; in_range keeps the bit in place.
+    for (const Case& c :
+         {Case{0x11, 1, 16}, Case{0x01, 1, 0}, Case{0x10, 0, 16}, Case{0xEE, 0, 0}, Case{0xFF, 1, 16}}) {
+        SCOPED_TRACE(int(c.flags));
+        InputReportPtr record = parse(device, {1, c.flags, 0x34, 0x12, 0xCD, 0xAB});
+        ASSERT_NE(record, nullptr);
+        EXPECT_EQ(record->type, VELATRIX_INPUT_COORDINATE);
+        EXPECT_EQ(record->data.coordinate.tip_switch, c.tip);
+        EXPECT_EQ(record->data.coordinate.in_range, c.in_range);
+        EXPECT_EQ(record->data.coordinate.x, 0x1234);
+        EXPECT_EQ(record->data.coordinate.y, 0xABCD);
+        EXPECT_EQ(record->data.coordinate.region, 0);
+    }
+}
+
+TEST(InputReportParse, ExtendedCoordinateWithoutButtonsCarriesTheRawRegion) {
+    FakeDriver fake;
+    velatrix_device* device = fake.make_device();
+    InputReportPtr record = parse(device, {2, 0x11, 0x02, 0x01, 0x04, 0x03, 9});
+    ASSERT_NE(record, nullptr);
+    EXPECT_EQ(record->type, VELATRIX_INPUT_EXTENDED_COORDINATE);
+    EXPECT_EQ(record->data.coordinate.tip_switch, 1);
+    EXPECT_EQ(record->data.coordinate.in_range, 16);
+    EXPECT_EQ(record->data.coordinate.x, 0x0102);
+    EXPECT_EQ(record->data.coordinate.y, 0x0304);
+    EXPECT_EQ(record->data.coordinate.region, 9);
+    EXPECT_EQ(device->button_active, 0);
+
+    // Without a device there is no region table to consult.
+    record = parse(nullptr, {2, 0x01, 5, 0, 6, 0, 1});
+    ASSERT_NE(record, nullptr);
+    EXPECT_EQ(record->type, VELATRIX_INPUT_EXTENDED_COORDINATE);
+    EXPECT_EQ(record->data.coordinate.region, 1);
+}
+
+TEST(InputReportParse, AdcKinds) {
+    FakeDriver fake;
+    velatrix_device* device = fake.make_device();
+    const std::vector<uint8_t> values = {0x01, 0x02, 0x03, 0x04, 0x05, 0x06, 0x07, 0x08};
+
+    std::vector<uint8_t> scan = {3, 2, 0x11};
+    scan.insert(scan.end(), values.begin(), values.end());
+    InputReportPtr record = parse(device, scan);
+    ASSERT_NE(record, nullptr);
+    EXPECT_EQ(record->type, VELATRIX_INPUT_ADC);
+    EXPECT_EQ(record->data.adc.kind, 2u);
+    const velatrix_input_adc_scan& s = record->data.adc.values.scan;
+    EXPECT_EQ(s.flag_a, 1);
+    EXPECT_EQ(s.flag_b, 16);
+    EXPECT_EQ(s.value1, 0x0201);
+    EXPECT_EQ(s.value2, 0x0403);
+    EXPECT_EQ(s.value3, 0x0605);
+    EXPECT_EQ(s.value4, 0x0807);
+
+    scan[2] = 0xEE;  // neither flag bit
+    record = parse(device, scan);
+    EXPECT_EQ(record->data.adc.values.scan.flag_a, 0);
+    EXPECT_EQ(record->data.adc.values.scan.flag_b, 0);
+
+    std::vector<uint8_t> channel = {3, 3, 0xA7};
+    channel.insert(channel.end(), values.begin(), values.end());
+    record = parse(device, channel);
+    ASSERT_NE(record, nullptr);
+    EXPECT_EQ(record->data.adc.kind, 3u);
+    const velatrix_input_adc_channel& c = record->data.adc.values.channel;
+    EXPECT_EQ(c.channel, 0xA7);
+    EXPECT_EQ(c.value1, 0x0201);
+    EXPECT_EQ(c.value2, 0x0403);
+    EXPECT_EQ(c.value3, 0x0605);
+    EXPECT_EQ(c.value4, 0x0807);
+
+    // Any other kind: the kind and nothing else.
+    for (uint8_t kind : {0, 1, 4, 255}) {
+        SCOPED_TRACE(int(kind));
+        std::vector<uint8_t> other = {3, kind, 0xFF};
+        other.insert(other.end(), values.begin(), values.end());
+        record = parse(device, other);
+        ASSERT_NE(record, nullptr);
+        velatrix_input_report expected{};
+        expected.type = VELATRIX_INPUT_ADC;
+        expected.data.adc.kind = kind;
+        EXPECT_EQ(std::memcmp(record.get(), &expected, sizeof expected), 0);
+    }
+}
+
+TEST(InputReportParse, CardSwipeCopiesHeadersAndTracksByteForByte) {
+    FakeDriver fake;
+    velatrix_device* device = fake.make_device();
+    std::vector<uint8_t> swipe = report_of(12, 231);
+    swipe[1] = 0x81;
+    swipe[2] = 0x02;
+    swipe[3] = 0xFF;
+    swipe[4] = 0x00;
+    const std::string track1 = "%B4111111111111111^DOE/JANE^2512101?";
+    const std::string track2 = ";4111111111111111=2512101?";
+    std::copy(track1.begin(), track1.end(), swipe.begin() + 5);
+    std::copy(track2.begin(), track2.end(), swipe.begin() + 84);
+    // Track 3 fills its whole field: the record still ends it.
+    std::fill(swipe.begin() + 124, swipe.end(), '3');
+
+    InputReportPtr record = parse(device, swipe);
+    ASSERT_NE(record, nullptr);
+    const velatrix_input_card_swipe& card = record->data.card_swipe;
+    EXPECT_EQ(card.header1, 0x81u);
+    EXPECT_EQ(card.header2, 0x02u);
+    EXPECT_EQ(card.header3, 0xFFu);
+    EXPECT_EQ(card.header4, 0x00u);
+    EXPECT_EQ(std::string(card.track1), track1);
+    EXPECT_EQ(std::string(card.track2), track2);
+    EXPECT_EQ(std::string(card.track3), std::string(107, '3'));
+    EXPECT_EQ(std::memcmp(card.track1, swipe.data() + 5, 79), 0);
+    EXPECT_EQ(std::memcmp(card.track2, swipe.data() + 84, 40), 0);
+
+    // A full track 1 has no terminator of its own and runs on into track 2.
+    std::fill(swipe.begin() + 5, swipe.begin() + 84, 'A');
+    record = parse(device, swipe);
+    ASSERT_NE(record, nullptr);
+    EXPECT_EQ(std::string(record->data.card_swipe.track1), std::string(79, 'A') + track2);
+
+    // Whatever a longer report holds past track 3 stays out of the record.
+    std::vector<uint8_t> longer = swipe;
+    longer.resize(300, 'X');
+    record = parse(device, longer);
+    ASSERT_NE(record, nullptr);
+    EXPECT_EQ(std::string(record->data.card_swipe.track3), std::string(107, '3'));
+}
+
+TEST(InputReportParse, DebugCoordinate) {
+    FakeDriver fake;
+    velatrix_device* device = fake.make_device();
+    std::vector<uint8_t> bytes(22);
+    std::iota(bytes.begin(), bytes.end(), uint8_t{0});
+    bytes[0] = 254;
+    bytes[1] = 0xFF;  // ignored
+    bytes[2] = 0x11;
+    bytes[21] = 0x9C;
+    InputReportPtr record = parse(device, bytes);
+    ASSERT_NE(record, nullptr);
+    EXPECT_EQ(record->type, VELATRIX_INPUT_DEBUG_COORDINATE);
+    const velatrix_input_debug_coordinate& d = record->data.debug_coordinate;
+    EXPECT_EQ(d.tip_switch, 1);
+    EXPECT_EQ(d.in_range, 16);
+    const uint16_t values[] = {d.value1, d.value2, d.value3, d.value4, d.value5,
+                               d.value6, d.value7, d.value8, d.value9};
+    for (int i = 0; i < 9; ++i) {
+        const int low = 3 + 2 * i;
+        EXPECT_EQ(values[i], low | ((low + 1) << 8)) << "value" << i + 1;
+    }
+    EXPECT_EQ(d.last, 0x9C);
+
+    bytes[2] = 0x10;
+    record = parse(device, bytes);
+    EXPECT_EQ(record->data.debug_coordinate.tip_switch, 0);
+    EXPECT_EQ(record->data.debug_coordinate.in_range, 16);
+}
+
+TEST(InputReportParse, AnyShortPrefixOfAnyReportIsRejectedWithoutOverread) {
+    FakeDriver fake;
+    velatrix_device* device = fake.make_device();
+    RegionTable table(device, {VELATRIX_REGION_BUTTON});
+    // Every id and every length up to the longest report: the parser either
+    // rejects the report or decodes it, and never reads past its end (the
+    // exact-size buffers make the address sanitizer see an overread).
+    for (int id = 0; id < 256; ++id) {
+        for (size_t length = 1; length <= 232; ++length) {
+            std::vector<uint8_t> bytes(length, 0xFF);
+            bytes[0] = static_cast<uint8_t>(id);
+            InputReportPtr record = parse(device, bytes);
+            const bool known = id == 1 || id == 2 || id == 3 || id == 12 || id == 254;
+            const size_t minimum = id == 1 ? 6 : id == 2 ? 7 : id == 3 ? 11 : id == 12 ? 231 : 22;
+            ASSERT_EQ(record != nullptr, known && length >= minimum) << id << " " << length;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace velatrix::testing

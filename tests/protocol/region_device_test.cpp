@@ -1,0 +1,247 @@
+// Device regions: the region index (0x96), region contents (0x98) read and
+// written for every type, reading all regions, and deleting (0x99).
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "region_test_util.h"
+
+namespace velatrix::testing {
+namespace {
+
+constexpr uint8_t kCaption = 10;
+constexpr size_t kLength = kCaption + 34;
+
+// The common part of a region contents report: region 4 of `type`, every
+// flag set, reserved bytes 9 and 1..8, rectangle 16, 32, 48, 64.
+Bytes contents(uint8_t type, Bytes specific, Bytes tail = {}, size_t length = kLength) {
+    Bytes result = report(0x98, length,
+                          {{1, {4, type, 0x47, 9, 1, 2, 3, 4, 5, 6, 7, 8, 0x10, 0, 0x20, 0, 0x30, 0, 0x40, 0}},
+                           {21, {0x11, 0x22, 0x33, 0x44, 0x55, 0x66, 0x77, 0x88}},
+                           {29, specific}});
+    std::copy(tail.begin(), tail.end(), result.begin() + 33);
+    return result;
+}
+
+class RegionDeviceTest : public PadTest {
+protected:
+    void SetUp() override { use_pad(8, kCaption); }
+
+    velatrix_device_region read(const Bytes& answer) {
+        fake.answer(0x98, answer);
+        velatrix_device_region region;
+        std::memset(&region, 0xCC, sizeof region);
+        EXPECT_EQ(velatrix_get_region(&region, device), &region);
+        return region;
+    }
+    // Writing back what was read sends the bytes that were read.
+    void expect_round_trip(const velatrix_device_region& region, const Bytes& answer) {
+        fake.clear_transfers();
+        ASSERT_EQ(velatrix_set_region_contents(device, &region), 1);
+        EXPECT_EQ(fake.sequence(), "G13 S152");
+        ASSERT_EQ(fake.sets(0x98).size(), 1u);
+        EXPECT_EQ(fake.sets(0x98)[0], answer);
+    }
+};
+
+TEST_F(RegionDeviceTest, ButtonWithCaption) {
+    const Bytes answer = contents(VELATRIX_REGION_BUTTON, {0x0F, 0x0A, 0x0B, 0x0C}, text_bytes("Sign here"));
+    const velatrix_device_region region = read(answer);
+    EXPECT_EQ(fake.sequence(), "G13 G152");
+    EXPECT_EQ(region.report_id, 0x98);
+    EXPECT_EQ(region.number, 4);
+    EXPECT_EQ(region.type, VELATRIX_REGION_BUTTON);
+    EXPECT_EQ(region.accept_touch, 1);
+    EXPECT_EQ(region.decode, 1);
+    EXPECT_EQ(region.has_frame, 1);
+    EXPECT_EQ(region.output_to_host, 1);
+    EXPECT_EQ(region.reserved1, 9);
+    EXPECT_EQ(Bytes(region.reserved2, region.reserved2 + 8), (Bytes{1, 2, 3, 4, 5, 6, 7, 8}));
+    EXPECT_EQ(region.x1, 0x10);
+    EXPECT_EQ(region.x2, 0x20);
+    EXPECT_EQ(region.y1, 0x30);
+    EXPECT_EQ(region.y2, 0x40);
+    EXPECT_EQ(region.foreground, 0x11223344u);
+    EXPECT_EQ(region.background, 0x55667788u);
+    const auto& button = region.data.button;
+    EXPECT_EQ(button.enable, 1);
+    EXPECT_EQ(button.highlight_on_select, 1);
+    EXPECT_EQ(button.clear_on_select, 1);
+    EXPECT_EQ(button.confirm_on_select, 1);
+    EXPECT_EQ(button.use_resource, 0);
+    EXPECT_EQ(Bytes(button.reserved, button.reserved + 3), (Bytes{0x0A, 0x0B, 0x0C}));
+    EXPECT_STREQ(button.caption, "Sign here");
+    expect_round_trip(region, answer);
+}
+
+TEST_F(RegionDeviceTest, ButtonWithResources) {
+    const Bytes answer = contents(VELATRIX_REGION_BUTTON, {0x11}, {7, 8});
+    const velatrix_device_region region = read(answer);
+    EXPECT_EQ(region.data.button.enable, 1);
+    EXPECT_EQ(region.data.button.use_resource, 1);
+    EXPECT_EQ(region.data.button.resource_number_normal, 7);
+    EXPECT_EQ(region.data.button.resource_number_selected, 8);
+    EXPECT_EQ(region.data.button.caption[0], 0);
+    expect_round_trip(region, answer);
+}
+
+TEST_F(RegionDeviceTest, ContainerLineGraphicAndText) {
+    Bytes answer = contents(VELATRIX_REGION_CONTAINER, {1, 2, 3, 4});
+    velatrix_device_region region = read(answer);
+    EXPECT_EQ(region.data.container.ink_enabled, 1);
+    EXPECT_EQ(region.data.container.ink_width, 2);
+    EXPECT_EQ(region.data.container.reserved1, 3);
+    EXPECT_EQ(region.data.container.reserved2, 4);
+    expect_round_trip(region, answer);
+
+    answer = contents(VELATRIX_REGION_LINE, {2, 3, 0xAB, 0xCD});
+    region = read(answer);
+    EXPECT_EQ(region.data.line.parent, 2);
+    EXPECT_EQ(region.data.line.width, 3);
+    EXPECT_EQ(region.data.line.reserved[0], 0xAB);
+    EXPECT_EQ(region.data.line.reserved[1], 0xCD);
+    expect_round_trip(region, answer);
+
+    answer = contents(VELATRIX_REGION_GRAPHIC, {7, 5, 0xA3, 0xEE});
+    region = read(answer);
+    EXPECT_EQ(region.data.graphic.reserved1, 7);
+    EXPECT_EQ(region.data.graphic.resource_number, 5);
+    EXPECT_EQ(region.data.graphic.horizontal_justification, 3);
+    EXPECT_EQ(region.data.graphic.vertical_justification, 10);
+    EXPECT_EQ(region.data.graphic.reserved2, 0xEE);
+    expect_round_trip(region, answer);
+
+    answer = contents(VELATRIX_REGION_TEXT, {1, 6, 2, 0x5F});
+    region = read(answer);
+    EXPECT_EQ(region.data.text.reserved, 1);
+    EXPECT_EQ(region.data.text.resource_number, 6);
+    EXPECT_EQ(region.data.text.font_number, 2);
+    EXPECT_EQ(region.data.text.horizontal_justification, 15);
+    EXPECT_EQ(region.data.text.vertical_justification, 5);
+    expect_round_trip(region, answer);
+}
+
+TEST_F(RegionDeviceTest, AnswerUnderAnotherIdIsAFailedRead) {
+    Bytes answer = contents(VELATRIX_REGION_LINE, {2, 3, 0, 0});
+    answer[0] = 0x97;
+    const velatrix_device_region region = read(answer);
+    const velatrix_device_region zero{};
+    EXPECT_EQ(std::memcmp(&region, &zero, sizeof zero), 0);
+    EXPECT_STREQ(velatrix_get_last_error(), "Region contents came back as report 151 instead of 152.");
+
+    fake.fail_report(0x98);
+    EXPECT_EQ(read(contents(VELATRIX_REGION_LINE, {})).report_id, 0);
+}
+
+TEST_F(RegionDeviceTest, HostileCaptionLengthsStayInsideBothBuffers) {
+    // No caption bytes at all: the selected resource number has no byte.
+    use_pad(8, 0);
+    Bytes answer = contents(VELATRIX_REGION_BUTTON, {0x10}, {7}, 34);
+    velatrix_device_region region = read(answer);
+    EXPECT_EQ(fake.transfers().back().length, 34u);
+    EXPECT_EQ(region.data.button.resource_number_normal, 7);
+    EXPECT_EQ(region.data.button.resource_number_selected, 0);
+    region.data.button.resource_number_selected = 9;
+    expect_round_trip(region, answer);
+
+    // 256 caption bytes on the wire, 100 in the record.
+    use_pad(8, 255);
+    answer = contents(VELATRIX_REGION_BUTTON, {0}, Bytes(256, 'z'), 255 + 34);
+    region = read(answer);
+    EXPECT_EQ(Bytes(region.data.button.caption, region.data.button.caption + 100), Bytes(100, 'z'));
+    fake.clear_transfers();
+    ASSERT_EQ(velatrix_set_region_contents(device, &region), 1);
+    const Bytes sent = fake.sets(0x98)[0];
+    ASSERT_EQ(sent.size(), 289u);
+    EXPECT_EQ(std::count(sent.begin() + 33, sent.end(), 'z'), 100);
+}
+
+TEST_F(RegionDeviceTest, ReadsAllRegionsFromIndexOne) {
+    const Bytes first = contents(VELATRIX_REGION_BUTTON, {0x01}, text_bytes("A"));
+    const Bytes second = contents(VELATRIX_REGION_TEXT, {0, 3, 1, 0x21});
+    fake.answer(0xAA, report(0xAA, 25, {{2, {2}}}));
+    fake.answer_sequence(0x98, {first, second});
+    velatrix_device_region* regions = velatrix_get_device_regions(device);
+    ASSERT_NE(regions, nullptr);
+    EXPECT_EQ(fake.sequence(), "G170 S150 G13 G152 G13 G152");
+    EXPECT_EQ(fake.sets(0x96), (std::vector<Bytes>{{0x96, 1}}));
+    EXPECT_STREQ(regions[0].data.button.caption, "A");
+    EXPECT_EQ(regions[1].data.text.resource_number, 3);
+    EXPECT_EQ(regions[1].data.text.vertical_justification, 2);
+    velatrix_free_device_regions(regions);
+
+    // A pad with no device regions gives an empty array.
+    fake.clear_transfers();
+    fake.answer(0xAA, report(0xAA, 25));
+    regions = velatrix_get_device_regions(device);
+    EXPECT_NE(regions, nullptr);
+    EXPECT_EQ(fake.sequence(), "G170 S150");
+    velatrix_free_device_regions(regions);
+}
+
+TEST_F(RegionDeviceTest, ReadingAllRegionsStopsAtTheFirstBadOne) {
+    Bytes stray = contents(VELATRIX_REGION_LINE, {});
+    stray[0] = 0x99;
+    fake.answer(0xAA, report(0xAA, 25, {{2, {3}}}));
+    fake.answer_sequence(0x98, {contents(VELATRIX_REGION_LINE, {}), stray});
+    EXPECT_EQ(velatrix_get_device_regions(device), nullptr);
+    EXPECT_EQ(fake.gets_of(0x98), 2);
+
+    fake.clear_transfers();
+    fake.fail_report(0x96, "index refused");
+    EXPECT_EQ(velatrix_get_device_regions(device), nullptr);
+    EXPECT_EQ(fake.sequence(), "G170 S150");
+    EXPECT_STREQ(velatrix_get_last_error(), "index refused");
+
+    fake.clear_transfers();
+    fake.fail_report(0xAA);
+    EXPECT_EQ(velatrix_get_device_regions(device), nullptr);
+    EXPECT_EQ(fake.sequence(), "G170");
+}
+
+TEST_F(RegionDeviceTest, WritingRefreshesACachedRegionTable) {
+    device->regions = velatrix_get_regions(device);
+    ASSERT_NE(device->regions, nullptr);
+    fake.clear_transfers();
+    fake.answer(0x6E, report(0x6E, 8 * (kCaption + 29) + 1, {{1, {1, 1}}, {29, text_bytes("new")}}));
+    velatrix_device_region region{};
+    region.number = 1;
+    ASSERT_EQ(velatrix_set_region_contents(device, &region), 1);
+    EXPECT_EQ(fake.sequence(), "G13 S152 G13 G110");
+    ASSERT_NE(device->regions, nullptr);
+    EXPECT_STREQ(device->regions[0].data.button.caption, "new");
+
+    fake.clear_transfers();
+    fake.fail_report(0x98);
+    EXPECT_EQ(velatrix_set_region_contents(device, &region), 0);
+    EXPECT_EQ(fake.sequence(), "G13 S152");
+}
+
+TEST_F(RegionDeviceTest, IndexAndDelete) {
+    fake.answer(0x96, {0x96, 7});
+    EXPECT_EQ(velatrix_get_region_idx(device), 7);
+    ASSERT_EQ(velatrix_set_region_idx(device, 5), 1);
+    EXPECT_EQ(fake.sequence(), "G150 S150");
+    EXPECT_EQ(fake.sets(0x96), (std::vector<Bytes>{{0x96, 5}}));
+    fake.fail_report(0x96);
+    EXPECT_EQ(velatrix_get_region_idx(device), -1);
+
+    // The device-region delete waits on bits 2 and 3, the table delete on bit 2 only.
+    fake.clear_transfers();
+    fake.busy_for(3, 8);
+    ASSERT_EQ(velatrix_delete_device_region(device, 8), 1);
+    EXPECT_EQ(fake.sequence(), "G13 G13 G13 G13 S153");
+    EXPECT_EQ(fake.sets(0x99), (std::vector<Bytes>{{0x99, 8}}));
+    fake.clear_transfers();
+    fake.busy_for(3, 8);
+    ASSERT_EQ(velatrix_delete_region(device, 8), 1);
+    EXPECT_EQ(fake.sequence(), "G13 S114");
+
+    fake.clear_transfers();
+    EXPECT_EQ(velatrix_delete_device_region(device, 9), 0);
+    EXPECT_STREQ(velatrix_get_last_error(), "Region number out of bounds.");
+    EXPECT_TRUE(fake.transfers().empty());
+}
+
+}  // namespace
+}  // namespace velatrix::testing
