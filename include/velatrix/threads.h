@@ -7,11 +7,14 @@
 
 VELATRIX_BEGIN_DECLS
 
-/* A manual-reset event: once triggered, every wait returns until a reset. */
+/* A manual-reset event: once triggered, every wait returns until a reset.
+ * `waiters` lets destroy wake every waiter and wait until all have left, so
+ * no thread is left blocked on (or touching) a destroyed event. */
 typedef struct velatrix_event {
     pthread_mutex_t mutex;
     pthread_cond_t condition;
     uint8_t signalled;
+    uint32_t waiters;
 } velatrix_event;
 
 typedef pthread_mutex_t velatrix_mutex;

@@ -1,5 +1,6 @@
 #include "velatrix/threads.h"
 
+#include <sched.h>
 #include <sys/time.h>
 
 extern "C" {
@@ -7,6 +8,7 @@ extern "C" {
 int velatrix_event_init(velatrix_event* event) {
     pthread_mutex_init(&event->mutex, nullptr);
     event->signalled = 0;
+    event->waiters = 0;
     return pthread_cond_init(&event->condition, nullptr);
 }
 
@@ -27,16 +29,29 @@ int velatrix_event_reset(velatrix_event* event) {
 
 int velatrix_event_wait(velatrix_event* event) {
     pthread_mutex_lock(&event->mutex);
+    ++event->waiters;
     int result = 0;
     while (event->signalled == 0 && result == 0) {
         result = pthread_cond_wait(&event->condition, &event->mutex);
     }
+    --event->waiters;
     pthread_mutex_unlock(&event->mutex);
     return result;
 }
 
 int velatrix_event_destroy(velatrix_event* event) {
-    velatrix_event_trigger(event);
+    // Wake every waiter and let each one leave before the mutex and the
+    // condition go away; one left behind would block forever or touch
+    // destroyed state.
+    pthread_mutex_lock(&event->mutex);
+    event->signalled = 1;
+    pthread_cond_broadcast(&event->condition);
+    while (event->waiters > 0) {
+        pthread_mutex_unlock(&event->mutex);
+        sched_yield();
+        pthread_mutex_lock(&event->mutex);
+    }
+    pthread_mutex_unlock(&event->mutex);
     pthread_mutex_destroy(&event->mutex);
     const int result = pthread_cond_destroy(&event->condition);
     event->signalled = 0;

@@ -119,3 +119,27 @@ TEST(Ticks, FollowsTheWallClockInMilliseconds) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(Event, DestroyReleasesEveryWaiterEvenAfterAnEarlierTrigger) {
+    for (int round = 0; round < 20; ++round) {
+        velatrix_event event;
+        velatrix_event_init(&event);
+        Waiter a{&event}, b{&event};
+        a.start();
+        b.start();
+        for (bool both = false; !both; std::this_thread::sleep_for(1ms)) {
+            velatrix_mutex_lock(&event.mutex);
+            both = event.waiters == 2;
+            velatrix_mutex_unlock(&event.mutex);
+        }
+        velatrix_event_destroy(&event);
+        velatrix_thread_join(a.thread);
+        velatrix_thread_join(b.thread);
+        EXPECT_TRUE(a.woke && b.woke);
+        EXPECT_EQ(event.waiters, 0u);
+    }
+}
+
+}  // namespace

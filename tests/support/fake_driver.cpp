@@ -71,6 +71,10 @@ struct FakeDriverOps {
         std::free(device->model);
         std::free(device->manufacturer);
         std::free(device->uuid);
+        // The region table is one plain allocation; the fake sits below the
+        // protocol layer, so it frees it directly.
+        std::free(device->regions);
+        velatrix_list_free(device->input_callbacks);
         std::free(device);
         return 1;
     }
@@ -96,8 +100,11 @@ FakeDriver::FakeDriver() {
 
 FakeDriver::~FakeDriver() {
     for (velatrix_device* device : owned_) {
+        velatrix_list_remove_ptr(velatrix_get_open_devices(), device);
         std::free(device->path);
         std::free(device->uuid);
+        std::free(device->regions);
+        velatrix_list_free(device->input_callbacks);
         std::free(device);
     }
     if (active == this) active = nullptr;
