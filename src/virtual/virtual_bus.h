@@ -1,0 +1,63 @@
+// The virtual bus: the pads plugged in now, and a change counter that the
+// USB watches of the host driver wait on. One process-wide bus.
+#pragma once
+
+#include <condition_variable>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "virtual/virtual_pad.h"
+
+namespace velatrix::virtual_pad {
+
+class VirtualBus {
+public:
+    static VirtualBus& instance();
+
+    // Plugs a new pad of `model`; its id is new (ids are never reused).
+    std::shared_ptr<VirtualPad> plug(const PadModel& model);
+    // False when no pad with that id is plugged in.
+    bool unplug(int id);
+    void unplug_all();
+
+    // Null when no pad with that id is plugged in.
+    std::shared_ptr<VirtualPad> find(int id) const;
+    // In plugging order.
+    std::vector<std::shared_ptr<VirtualPad>> pads() const;
+
+    // What a USB watch remembers between two waits.
+    struct Watcher {
+        uint64_t seen = 0;
+        bool stopped = false;
+    };
+    std::shared_ptr<Watcher> add_watcher();
+    enum class Change { attached, detached, stopped };
+    // Blocks until a pad is plugged or unplugged after the watcher last
+    // looked, or the watcher is stopped. Changes that piled up meanwhile
+    // are told as one, of the kind of the first.
+    Change wait_change(Watcher& watcher);
+    void stop_watcher(Watcher& watcher);
+    uint64_t changes() const;
+
+    // Interface keys handed to the host: "virtual:<id>".
+    static std::string key_of(int id);
+    static int id_of_key(const std::string& key);
+
+private:
+    VirtualBus() = default;
+    void changed_locked(Change kind);
+
+    mutable std::mutex mutex_;
+    std::condition_variable changed_;
+    std::map<int, std::shared_ptr<VirtualPad>> pads_;
+    int next_id_ = 1;
+    uint64_t changes_ = 0;
+    // Kind of every change so far, oldest first (one entry per plug or unplug).
+    std::vector<Change> history_;
+};
+
+}  // namespace velatrix::virtual_pad
