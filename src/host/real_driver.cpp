@@ -1,43 +1,130 @@
-// Interim built-in driver: behaves as a host with no pads attached. It is
-// replaced by the driver over the HID access layer.
+// The built-in driver record ("REAL"), listing pads and freeing their records.
+#include <cerrno>
+#include <cstdio>
 #include <cstdlib>
-
-#include "velatrix/device.h"
+#include <cstring>
+#include <new>
 
 #include "debug/log.h"
+#include "host/real_device.h"
+#include "velatrix/regions.h"
+#include "velatrix/modes.h"
+
+namespace velatrix::host {
 
 namespace {
-int32_t real_init() { return 1; }
-int real_destroy(velatrix_device_driver*) { return 1; }
-int real_open(velatrix_device* device) {
-    VELATRIX_LOG_IN(::velatrix::kLogHost, VELATRIX_LEVEL_WARNING, "Unable to find device with path: %s", device->path);
-    VELATRIX_REPORT_ERROR_IN(::velatrix::kLogHost, "Unable to find device with path: %s\n", device->path);
-    return 0;
+
+char* copy_text(const std::optional<std::string>& text) { return text ? strdup(text->c_str()) : nullptr; }
+
+velatrix_real_device* make_record(const HidInterfaceInfo& info, velatrix_device_driver* driver) {
+    void* memory = std::calloc(1, sizeof(velatrix_real_device));
+    if (memory == nullptr) return nullptr;
+    auto* record = new (memory) velatrix_real_device{};
+    velatrix_device& device = record->common;
+    device.path = static_cast<char*>(std::calloc(1, 256));
+    if (device.path != nullptr) std::snprintf(device.path, 256, "%s", device_path(info).c_str());
+    device.product_id = info.product_id;
+    device.vendor_id = info.vendor_id;
+    device.manufacturer = copy_text(info.manufacturer);
+    device.model = copy_text(info.product);
+    device.driver = driver;
+    return record;
 }
-int real_close(velatrix_device*) { return 1; }
-int real_list(velatrix_device_driver*, velatrix_device** head) {
-    *head = nullptr;
+
+}  // namespace
+
+void free_pending_reports(velatrix_real_device* device) {
+    velatrix_list* queue = device->pending_reports;
+    if (queue == nullptr) return;
+    for (velatrix_list_node* node = queue->head; node != nullptr; node = node->next) {
+        auto* pending = static_cast<velatrix_pending_report*>(node->value);
+        std::free(pending->buffer);
+        std::free(pending);
+    }
+    velatrix_list_free(queue);
+    device->pending_reports = nullptr;
+}
+
+}  // namespace velatrix::host
+
+using namespace velatrix::host;
+
+extern "C" {
+
+int velatrix_real_list_devices(velatrix_device_driver* driver, velatrix_device** head) {
+    VELATRIX_TRACE_FUNCTION_IN(velatrix::kLogHost);
+    Enumeration found = access_layer().enumerate();
+    if (found.error != 0) {
+        VELATRIX_REPORT_ERROR_IN(velatrix::kLogHost, "Problem initializing hid manager (%i): %s\n", found.error,
+                                 std::strerror(found.error));
+        return 0;
+    }
+    if (driver == nullptr) driver = &velatrix_real_driver;
+    std::vector<std::string> paths;
+    velatrix_device* first = nullptr;
+    velatrix_device* last = nullptr;
+    for (const HidInterfaceInfo& info : found.interfaces) {
+        if (!is_pad(info)) continue;
+        velatrix_real_device* record = make_record(info, driver);
+        if (record == nullptr) break;
+        paths.push_back(record->common.path != nullptr ? record->common.path : "");
+        (last != nullptr ? last->next : first) = &record->common;
+        last = &record->common;
+    }
+    rotate_path_snapshots(paths);
+    if (head != nullptr) *head = first;
     return 1;
 }
-int real_read(velatrix_device*) { return 0; }
-int real_output(velatrix_device*, uint8_t*, uint32_t) { return 1; }
-int real_feature(velatrix_device*, uint8_t*, uint32_t) { return 0; }
-const char* real_name() { return "REAL"; }
-uint8_t real_thread_running() { return 0; }
-int real_thread_wait() { return 0; }
-void real_shutdown() {}
-int real_free(velatrix_device* device) {
+
+int velatrix_real_free_device(velatrix_device* device) {
+    VELATRIX_TRACE_FUNCTION_IN(velatrix::kLogHost);
+    if (device == nullptr) return 1;
+    velatrix_real_device* record = real(device);
+    // A read thread still running would read a freed record: end it first
+    // (unless this is that thread itself, inside an input callback).
+    if (record->read_thread != 0 && !pthread_equal(record->read_thread, pthread_self())) {
+        record->read_stop.store(1);
+        if (record->hid_device != nullptr) record->hid_device->close();
+        velatrix_thread_join(record->read_thread);
+        record->read_thread = 0;
+    }
     std::free(device->manufacturer);
     std::free(device->model);
     std::free(device->path);
-    std::free(device);
+    velatrix_free_regions(device->regions);
+    velatrix_free_device_uuid(device->uuid);
+    velatrix_list_free(device->input_callbacks);
+    delete record->hid_device;
+    free_pending_reports(record);
+    record->~velatrix_real_device();
+    std::free(record);
     return 1;
 }
-}  // namespace
 
-extern "C" {
+const char* velatrix_real_get_driver_name(void) { return "REAL"; }
+
+void velatrix_real_shutdown(void) {}
+
 velatrix_device_driver velatrix_real_driver = {
-    real_init, real_destroy, real_open, real_close, real_list, real_read, real_output, real_feature, real_feature,
-    real_name, real_thread_running, real_thread_wait, 0, real_shutdown, nullptr, real_free, nullptr, nullptr, nullptr,
+    velatrix_real_driver_init,
+    velatrix_real_driver_destroy,
+    velatrix_real_open_device,
+    velatrix_real_close_device,
+    velatrix_real_list_devices,
+    velatrix_real_device_read,
+    velatrix_real_hid_set_output_report,
+    velatrix_real_hid_set_feature_report,
+    velatrix_real_hid_get_feature_report,
+    velatrix_real_get_driver_name,
+    velatrix_real_thread_running,
+    velatrix_real_thread_wait,
+    0,
+    velatrix_real_shutdown,
+    nullptr,
+    velatrix_real_free_device,
+    nullptr,
+    nullptr,
+    nullptr,
 };
-}
+
+}  // extern "C"

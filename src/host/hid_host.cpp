@@ -1,0 +1,67 @@
+// Which HID access layer the host driver talks to.
+#include "host/hid_host.h"
+
+#include <atomic>
+#include <cerrno>
+#include <cstdlib>
+#include <mutex>
+
+#include "debug/log.h"
+
+namespace velatrix::host {
+
+namespace {
+
+// Used where the platform offers no HID service this library can reach:
+// nothing is present and nothing can be opened or watched.
+class UnavailableLayer final : public HidAccessLayer {
+public:
+    Enumeration enumerate() override { return Enumeration{ENOSYS, {}}; }
+    std::unique_ptr<HidInterface> open(const std::string&, int& error) override {
+        error = ENOSYS;
+        return nullptr;
+    }
+    std::unique_ptr<UsbWatch> watch_usb(int& error) override {
+        error = ENOSYS;
+        return nullptr;
+    }
+};
+
+std::mutex selection_mutex;
+HidAccessLayer* selected = nullptr;
+std::atomic<HidAccessLayer*> injected{nullptr};
+
+HidAccessLayer& layer_from_environment() {
+    const char* simulate = std::getenv("VELATRIX_SIMULATE");
+    if (simulate != nullptr && *simulate != '\0') {
+        char* end = nullptr;
+        unsigned long count = std::strtoul(simulate, &end, 10);
+        if (end == simulate) count = 0;
+        VELATRIX_LOG_IN(kLogHost, VELATRIX_LEVEL_INFO, "Simulating %lu virtual pads", count);
+        return virtual_access_layer(static_cast<unsigned>(count));
+    }
+#if __has_include(<libudev.h>)
+    return platform_access_layer();
+#else
+    static UnavailableLayer unavailable;
+    return unavailable;
+#endif
+}
+
+}  // namespace
+
+void select_access_layer() {
+    std::lock_guard lock(selection_mutex);
+    selected = &layer_from_environment();
+}
+
+HidAccessLayer& access_layer() {
+    if (HidAccessLayer* layer = injected.load()) return *layer;
+    std::lock_guard lock(selection_mutex);
+    if (selected == nullptr) selected = &layer_from_environment();
+    return *selected;
+}
+
+void set_access_layer(HidAccessLayer* layer) { injected.store(layer); }
+
+}  // namespace velatrix::host

@@ -1,0 +1,159 @@
+// The driver's start and stop, and the hot-plug thread that turns USB
+// attach and detach into hot-plug callbacks with the paths of pads that
+// appeared or went.
+#include <chrono>
+#include <condition_variable>
+#include <cstring>
+#include <mutex>
+
+#include "debug/log.h"
+#include "host/real_device.h"
+#include "velatrix/input.h"
+
+using namespace velatrix::host;
+
+namespace {
+
+// How long a new device gets to publish its HID interfaces before listing.
+constexpr std::chrono::seconds kSettleTime{1};
+
+std::atomic<uint8_t> hotplug_thread_running{0};
+velatrix_thread hotplug_thread{};
+bool thread_started = false;  // touched only by init, thread_wait (one thread)
+std::unique_ptr<UsbWatch> watch;
+
+// Held while the callback list is walked or replaced, so destroy never
+// frees the list under a dispatch. The settle wait watches it as well.
+std::mutex dispatch_mutex;
+std::condition_variable stop_requested;
+
+// Waits out the settle time; false when the driver is stopped meanwhile.
+bool settle(std::unique_lock<std::mutex>& lock) {
+    return !stop_requested.wait_for(lock, kSettleTime, [] { return hotplug_thread_running.load() == 0; });
+}
+
+void call_hotplug_callbacks(velatrix_list* callbacks, uint32_t event, const std::string& path) {
+    for (velatrix_list_node* node = callbacks->head; node != nullptr;) {
+        velatrix_list_node* next = node->next;
+        reinterpret_cast<velatrix_hotplug_callback>(node->value)(event, path.c_str());
+        node = next;
+    }
+}
+
+// Every start begins with no hot-plug callbacks.
+void replace_callback_list() {
+    velatrix_list_free(velatrix_get_device_callbacks());
+    velatrix_set_device_callbacks(velatrix_create_list());
+}
+
+void join_thread() {
+    if (!thread_started) return;
+    velatrix_thread_join(hotplug_thread);
+    thread_started = false;
+    watch.reset();
+}
+
+}  // namespace
+
+extern "C" {
+
+void velatrix_linux_device_notify(void) {
+    VELATRIX_TRACE_FUNCTION_IN(velatrix::kLogHost);
+    std::unique_lock lock(dispatch_mutex);
+    velatrix_list* callbacks = velatrix_get_device_callbacks();
+    if (callbacks == nullptr || callbacks->head == nullptr) return;
+    if (!settle(lock)) return;
+    velatrix_device* head = nullptr;
+    velatrix_list_devices(&head);
+    velatrix_free_device_list(head);
+    PathChanges changes = diff_path_snapshots();
+    callbacks = velatrix_get_device_callbacks();
+    if (callbacks == nullptr) return;
+    for (const std::string& path : changes.added) call_hotplug_callbacks(callbacks, VELATRIX_HOTPLUG_ADDED, path);
+    for (const std::string& path : changes.removed) call_hotplug_callbacks(callbacks, VELATRIX_HOTPLUG_REMOVED, path);
+}
+
+void velatrix_linux_device_added(void) {
+    VELATRIX_TRACE_FUNCTION_IN(velatrix::kLogHost);
+    velatrix_linux_device_notify();
+}
+
+void velatrix_linux_device_removed(void) {
+    VELATRIX_TRACE_FUNCTION_IN(velatrix::kLogHost);
+    velatrix_linux_device_notify();
+}
+
+void* velatrix_hotplug_thread(void* argument) {
+    VELATRIX_TRACE_FUNCTION_IN(velatrix::kLogHost);
+    auto* usb = static_cast<UsbWatch*>(argument);
+    if (usb == nullptr) return nullptr;
+    while (hotplug_thread_running.load() == 1) {
+        switch (usb->wait()) {
+            case UsbChange::attached: velatrix_linux_device_added(); break;
+            case UsbChange::detached: velatrix_linux_device_removed(); break;
+            case UsbChange::stopped:
+            case UsbChange::failed: return nullptr;
+        }
+    }
+    return nullptr;
+}
+
+int32_t velatrix_real_driver_init(void) {
+    VELATRIX_TRACE_FUNCTION_IN(velatrix::kLogHost);
+    // A second start without a stop keeps the running thread; a stopped
+    // but not yet joined one is let go first (it ends within a second).
+    if (thread_started && hotplug_thread_running.load() == 1) {
+        std::lock_guard lock(dispatch_mutex);
+        replace_callback_list();
+        return 1;
+    }
+    join_thread();
+    select_access_layer();
+    {
+        std::lock_guard lock(dispatch_mutex);
+        replace_callback_list();
+        hotplug_thread_running.store(1);
+    }
+    int error = 0;
+    watch = access_layer().watch_usb(error);
+    if (!watch) {
+        // The thread then ends at once: pads are still listed and opened,
+        // only hot-plug callbacks stay silent.
+        VELATRIX_LOG_IN(velatrix::kLogHost, VELATRIX_LEVEL_WARNING, "Problem watching USB devices (errno: %i): %s",
+                        error, std::strerror(error));
+    } else {
+        // Whatever happened before the watch was armed is looked at once,
+        // for arrivals and for departures. This runs here rather than on
+        // the new thread so that it never meets an application registering
+        // its first callbacks right after start-up.
+        velatrix_linux_device_added();
+        velatrix_linux_device_removed();
+    }
+    thread_started = velatrix_thread_init(&hotplug_thread, velatrix_hotplug_thread, watch.get()) == 0;
+    return 1;
+}
+
+int velatrix_real_driver_destroy(velatrix_device_driver* driver) {
+    VELATRIX_TRACE_FUNCTION_IN(velatrix::kLogHost);
+    {
+        // A dispatch waiting out its settle time gives up at once on the
+        // flag and releases the lock.
+        std::lock_guard lock(dispatch_mutex);
+        hotplug_thread_running.store(0);
+        stop_requested.notify_all();
+        velatrix_list_free(velatrix_get_device_callbacks());
+        velatrix_set_device_callbacks(nullptr);
+    }
+    if (watch) watch->stop();
+    return 1;
+}
+
+uint8_t velatrix_real_thread_running(void) { return hotplug_thread_running.load(); }
+
+int velatrix_real_thread_wait(void) {
+    VELATRIX_TRACE_FUNCTION_IN(velatrix::kLogHost);
+    join_thread();
+    return 0;
+}
+
+}  // extern "C"

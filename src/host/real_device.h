@@ -1,0 +1,101 @@
+// The built-in host driver's device record, its private part and the
+// driver's operations. The driver reaches the operating system only through
+// the HID access layer (hid_host.h).
+#pragma once
+
+#include <atomic>
+#include <string>
+#include <vector>
+
+#include "host/hid_host.h"
+#include "velatrix/device.h"
+#include "velatrix/threads.h"
+
+#define VELATRIX_VENDOR_ID VELATRIX_VENDOR_ID_VALUE
+
+// One raw input report waiting in a device's queue.
+struct velatrix_pending_report {
+    uint8_t* buffer;
+    uint32_t length;
+};
+
+// The whole device record this driver makes: the common members, then the
+// driver's own. One zeroed allocation (velatrix_real_free_device releases it).
+struct velatrix_real_device {
+    velatrix_device common;
+    // The opened interface. Kept (closed) after a close so a reader that is
+    // still leaving its wait never meets a freed object; replaced at the
+    // next open, deleted with the record.
+    velatrix::host::HidInterface* hid_device;
+    velatrix_list* pending_reports;
+    // Name of the device's private input source ("ZEMI_%p"), for the log.
+    char run_loop_mode[32];
+    uint8_t scheduled;
+    uint8_t unplugged;
+    uint8_t spare;
+    uint8_t input_buffer[velatrix::host::kInputBufferSize];
+    velatrix_thread read_thread;  // 0 when none
+    uint8_t report_map[256];
+    // Asks the read thread to end after its current read.
+    std::atomic<uint8_t> read_stop;
+};
+
+namespace velatrix::host {
+
+inline velatrix_real_device* real(velatrix_device* device) { return reinterpret_cast<velatrix_real_device*>(device); }
+
+// "%s_%04hx_%04hx_%02x_%02x_%x" of the interface, cut to 255 characters.
+std::string device_path(const HidInterfaceInfo& info);
+
+// Is this interface one of the pads the driver takes?
+bool is_pad(const HidInterfaceInfo& info);
+
+// Path snapshots of the two latest listings, compared by the hot-plug monitor.
+// rotate: old <- new, new <- `paths` (the texts are copied).
+void rotate_path_snapshots(const std::vector<std::string>& paths);
+struct PathChanges {
+    std::vector<std::string> added;    // in the newer listing's order
+    std::vector<std::string> removed;  // in the older listing's order
+};
+PathChanges diff_path_snapshots();
+// Frees both snapshots (process end, or a test's clean slate).
+void clear_path_snapshots();
+
+// Drops every queued report of the device and the queue itself.
+void free_pending_reports(velatrix_real_device* device);
+
+}  // namespace velatrix::host
+
+extern "C" {
+
+// Driver operations.
+int32_t velatrix_real_driver_init(void);
+int velatrix_real_driver_destroy(velatrix_device_driver* driver);
+int velatrix_real_open_device(velatrix_device* device);
+int velatrix_real_close_device(velatrix_device* device);
+int velatrix_real_list_devices(velatrix_device_driver* driver, velatrix_device** head);
+int velatrix_real_device_read(velatrix_device* device);
+int velatrix_real_hid_set_output_report(velatrix_device* device, uint8_t* buffer, uint32_t length);
+int velatrix_real_hid_set_feature_report(velatrix_device* device, uint8_t* buffer, uint32_t length);
+int velatrix_real_hid_get_feature_report(velatrix_device* device, uint8_t* buffer, uint32_t length);
+const char* velatrix_real_get_driver_name(void);
+uint8_t velatrix_real_thread_running(void);
+int velatrix_real_thread_wait(void);
+void velatrix_real_shutdown(void);
+int velatrix_real_free_device(velatrix_device* device);
+
+// The report map.
+int fill_hid_report_map(velatrix_device* device);
+void parse_hid_descriptor(const uint8_t* descriptor, uint32_t length, uint8_t* map);
+
+// Input and removal as the access layer reports them.
+void velatrix_linux_read_callback(velatrix_device* device, int status, const uint8_t* report, uint32_t length);
+void velatrix_linux_unplug_callback(velatrix_device* device);
+
+// Hot-plug monitor.
+void* velatrix_hotplug_thread(void* argument);
+void velatrix_linux_device_added(void);
+void velatrix_linux_device_removed(void);
+void velatrix_linux_device_notify(void);
+
+}  // extern "C"

@@ -1,0 +1,133 @@
+// Reading a pad: waiting for input, queueing raw reports, handing them to
+// the input callbacks, removal, and the read-until-done thread.
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+
+#include "debug/log.h"
+#include "host/real_device.h"
+#include "protocol/input_dispatch.h"
+#include "velatrix/host.h"
+
+using namespace velatrix::host;
+
+namespace {
+
+// One wait for input lasts at most this long, so a read thread notices a
+// close within about a second.
+constexpr std::chrono::milliseconds kReadWait{1000};
+
+void drain_pending_reports(velatrix_real_device* record) {
+    velatrix_list* queue = record->pending_reports;
+    if (queue == nullptr) return;
+    while (velatrix_list_node* node = queue->head) {
+        auto* pending = static_cast<velatrix_pending_report*>(node->value);
+        velatrix::dispatch_input_report(&record->common, pending->buffer, pending->length);
+        std::free(pending->buffer);
+        std::free(pending);
+        velatrix_list_remove(queue, node);
+    }
+}
+
+void* read_thread_main(void* argument) {
+    auto* device = static_cast<velatrix_device*>(argument);
+    velatrix_real_device* record = real(device);
+    while (!record->read_stop.load() && device->open) {
+        if (velatrix_device_read(device) != 1) break;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+extern "C" {
+
+void velatrix_linux_read_callback(velatrix_device* device, int status, const uint8_t* report, uint32_t length) {
+    velatrix_real_device* record = real(device);
+    if (status != 0 || record->pending_reports == nullptr) return;
+    auto* pending = static_cast<velatrix_pending_report*>(std::malloc(sizeof(velatrix_pending_report)));
+    auto* copy = static_cast<uint8_t*>(std::malloc(length > 0 ? length : 1));
+    if (pending == nullptr || copy == nullptr) {
+        std::free(pending);
+        std::free(copy);
+        return;
+    }
+    if (length > 0) std::memcpy(copy, report, length);
+    pending->buffer = copy;
+    pending->length = length;
+    velatrix_list_add(record->pending_reports, pending);
+}
+
+void velatrix_linux_unplug_callback(velatrix_device* device) {
+    VELATRIX_TRACE_FUNCTION_IN(velatrix::kLogHost);
+    real(device)->unplugged = 1;
+    velatrix_close_device(device);
+    velatrix_device_notify_close(device);
+}
+
+int velatrix_real_device_read(velatrix_device* device) {
+    VELATRIX_TRACE_FUNCTION_IN(velatrix::kLogHost);
+    if (device == nullptr || !device->open) {
+        VELATRIX_REPORT_ERROR_IN(velatrix::kLogHost, "Device is not open");
+        VELATRIX_LOG_IN(velatrix::kLogHost, VELATRIX_LEVEL_INFO, "Device is not open: open: %hhu, path: %s",
+                        device != nullptr ? device->open : 0,
+                        device != nullptr && device->path != nullptr ? device->path : "(null)");
+        return 0;
+    }
+    velatrix_real_device* record = real(device);
+    if (!record->scheduled) {
+        record->scheduled = 1;
+        VELATRIX_LOG_IN(velatrix::kLogHost, VELATRIX_LEVEL_FINE, "Reading device %s on input source %s", device->path,
+                        record->run_loop_mode);
+    }
+    if (record->hid_device != nullptr) {
+        InputResult result = record->hid_device->wait_input(kReadWait, [record](std::span<const uint8_t> report) {
+            // The report lands in the record's input buffer first, as the
+            // input source of the device always places it there.
+            const uint32_t length = static_cast<uint32_t>(std::min(report.size(), sizeof record->input_buffer));
+            std::memcpy(record->input_buffer, report.data(), length);
+            velatrix_linux_read_callback(&record->common, 0, record->input_buffer, length);
+        });
+        if (result.status == InputStatus::gone) {
+            velatrix_linux_unplug_callback(device);
+        } else if (result.status == InputStatus::failed) {
+            VELATRIX_LOG_IN(velatrix::kLogHost, VELATRIX_LEVEL_WARNING, "Problem reading device %s (errno: %i): %s",
+                            device->path, result.error, std::strerror(result.error));
+        }
+    }
+    drain_pending_reports(record);
+    if (device->open) return 1;
+    VELATRIX_REPORT_ERROR_IN(velatrix::kLogHost, "Device is not open after read");
+    VELATRIX_LOG_IN(velatrix::kLogHost, VELATRIX_LEVEL_INFO, "Device is not open after read: open: %hhu, path: %s",
+                    device->open, device->path != nullptr ? device->path : "(null)");
+    return 0;
+}
+
+void velatrix_device_read_until_done(velatrix_device* device) {
+    VELATRIX_TRACE_FUNCTION_IN(velatrix::kLogHost);
+    if (device == nullptr) return;
+    velatrix_real_device* record = real(device);
+    record->read_stop.store(0);
+    velatrix_thread thread{};
+    if (velatrix_thread_init(&thread, read_thread_main, device) != 0) return;
+    record->read_thread = thread;
+    VELATRIX_LOG_IN(velatrix::kLogHost, VELATRIX_LEVEL_INFO, "Successfully created read thread: device: %p, thread: %p",
+                    static_cast<void*>(device), reinterpret_cast<void*>(thread));
+}
+
+void velatrix_device_read_done(velatrix_device* device) {
+    VELATRIX_TRACE_FUNCTION_IN(velatrix::kLogHost);
+    if (device == nullptr) return;
+    velatrix_real_device* record = real(device);
+    if (record->read_thread == 0) return;
+    // Stop the reader before the record is closed under it: it leaves its
+    // wait at once when the interface is closed, and no two threads then
+    // touch the record at the same time.
+    record->read_stop.store(1);
+    if (record->hid_device != nullptr) record->hid_device->close();
+    velatrix_thread_join(record->read_thread);
+    record->read_thread = 0;
+    if (device->open) velatrix_close_device(device);
+}
+
+}  // extern "C"

@@ -1,0 +1,79 @@
+// Opening a listed pad by its path, and closing it.
+#include <cstdio>
+#include <cstring>
+
+#include "debug/log.h"
+#include "host/real_device.h"
+
+using namespace velatrix::host;
+
+namespace {
+
+// Ready the private part for a freshly opened interface.
+void attach(velatrix_real_device* record, std::unique_ptr<HidInterface> interface) {
+    // A read thread left from the last opening (closed without
+    // velatrix_device_read_done) may still be leaving its last read of the
+    // old interface: let it end before that interface goes.
+    if (record->read_thread != 0 && !pthread_equal(record->read_thread, pthread_self())) {
+        record->read_stop.store(1);
+        velatrix_thread_join(record->read_thread);
+        record->read_thread = 0;
+    }
+    delete record->hid_device;
+    record->hid_device = interface.release();
+    std::snprintf(record->run_loop_mode, sizeof record->run_loop_mode, "ZEMI_%p",
+                  static_cast<void*>(record->hid_device));
+    record->unplugged = 0;
+    record->spare = 0;
+    // Reports left from an earlier opening are stale; the queue starts afresh.
+    free_pending_reports(record);
+    record->pending_reports = velatrix_create_list();
+    record->scheduled = 0;
+    if (!fill_hid_report_map(&record->common)) {
+        // Without a descriptor nothing is known: let every ordinary id through.
+        std::memset(record->report_map, 1, 255);
+    }
+}
+
+}  // namespace
+
+extern "C" {
+
+int velatrix_real_open_device(velatrix_device* device) {
+    VELATRIX_TRACE_FUNCTION_IN(velatrix::kLogHost);
+    Enumeration found = access_layer().enumerate();
+    if (found.error != 0) {
+        VELATRIX_REPORT_ERROR_IN(velatrix::kLogHost, "Problem initializing hid manager (%i): %s\n", found.error,
+                                 std::strerror(found.error));
+        return 0;
+    }
+    const char* wanted = device->path != nullptr ? device->path : "";
+    for (const HidInterfaceInfo& info : found.interfaces) {
+        if (device_path(info) != wanted) continue;
+        int status = 0;
+        std::unique_ptr<HidInterface> interface = access_layer().open(info.key, status);
+        if (!interface) {
+            if (status == 0) status = -1;
+            VELATRIX_LOG_IN(velatrix::kLogHost, VELATRIX_LEVEL_WARNING, "Problem opening device: %i", status);
+            VELATRIX_REPORT_ERROR_IN(velatrix::kLogHost, "Problem opening device (permissions issue?): %i\n", status);
+            return 0;
+        }
+        attach(real(device), std::move(interface));
+        return 1;
+    }
+    VELATRIX_LOG_IN(velatrix::kLogHost, VELATRIX_LEVEL_WARNING, "Unable to find device with path: %s", wanted);
+    VELATRIX_REPORT_ERROR_IN(velatrix::kLogHost, "Unable to find device with path: %s\n", wanted);
+    return 0;
+}
+
+int velatrix_real_close_device(velatrix_device* device) {
+    VELATRIX_TRACE_FUNCTION_IN(velatrix::kLogHost);
+    velatrix_real_device* record = real(device);
+    // Also after an unplug: the system still holds the node open until it
+    // is released. Closing twice is harmless.
+    if (record->hid_device != nullptr) record->hid_device->close();
+    record->run_loop_mode[0] = '\0';
+    return 1;
+}
+
+}  // extern "C"
