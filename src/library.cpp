@@ -4,6 +4,7 @@
 #include "velatrix/input.h"
 
 #include "debug/log.h"
+#include "debug/state.h"
 
 namespace {
 constexpr const char* kVersion = "2.0.98";
@@ -55,6 +56,9 @@ void velatrix_init(void) {
     velatrix_debug_init("quillmark");
     // The guard comes after the log exists so the entering record is kept.
     VELATRIX_TRACE_FUNCTION();
+    // The traffic trace (when switched on) starts with its file header; the
+    // built-in driver records every report it moves into it.
+    if (velatrix::debug::traceHandle == nullptr) velatrix_debug_write_trace_header();
     VELATRIX_LOG(VELATRIX_LEVEL_INFO, "Initalizing Quillmark Native library, version: %s, date: %s", kVersion,
                  kBuildDate);
     if (velatrix_driver_list == nullptr) velatrix_driver_list = velatrix_create_list();
@@ -62,7 +66,10 @@ void velatrix_init(void) {
     velatrix_os_init();
     velatrix_load_additional_drivers();
     VELATRIX_LOG(VELATRIX_LEVEL_FINE, "Attempting to initialize %u driver(s).", velatrix_get_driver_count());
-    for_each_driver([](velatrix_device_driver* driver) {
+    // A plain loop rather than for_each_driver: the log records carry this
+    // function's own name.
+    for (velatrix_list_node* node = velatrix_driver_list->head; node != nullptr; node = node->next) {
+        auto* driver = static_cast<velatrix_device_driver*>(node->value);
         VELATRIX_LOG(VELATRIX_LEVEL_FINE, "Attempting to initialize driver '%s'.", driver->get_driver_name());
         if (driver->init() != 0) {
             VELATRIX_LOG(VELATRIX_LEVEL_INFO, "Successfully initialized '%s' driver.", driver->get_driver_name());
@@ -72,7 +79,7 @@ void velatrix_init(void) {
                          velatrix_get_last_error());
             driver->initialised = 0;
         }
-    });
+    }
 }
 
 void velatrix_destroy(void) {

@@ -3,6 +3,7 @@
 #include "velatrix/device.h"
 #include "velatrix/threads.h"
 
+#include "core/hotplug_callbacks.h"
 #include "debug/log.h"
 
 namespace {
@@ -13,6 +14,13 @@ pthread_once_t open_mutex_init = PTHREAD_ONCE_INIT;
 void make_open_mutex() { velatrix_mutex_init(&open_mutex); }
 velatrix_list* velatrix_device_callbacks = nullptr;
 }  // namespace
+
+namespace velatrix {
+std::recursive_mutex& hotplug_callbacks_mutex() {
+    static std::recursive_mutex mutex;
+    return mutex;
+}
+}  // namespace velatrix
 
 extern "C" {
 
@@ -36,8 +44,14 @@ void velatrix_set_open_devices(velatrix_list* list) {
     velatrix_unlock_open_devices();
 }
 
-velatrix_list* velatrix_get_device_callbacks(void) { return velatrix_device_callbacks; }
+velatrix_list* velatrix_get_device_callbacks(void) {
+    std::lock_guard lock(velatrix::hotplug_callbacks_mutex());
+    return velatrix_device_callbacks;
+}
 
-void velatrix_set_device_callbacks(velatrix_list* list) { velatrix_device_callbacks = list; }
+void velatrix_set_device_callbacks(velatrix_list* list) {
+    std::lock_guard lock(velatrix::hotplug_callbacks_mutex());
+    velatrix_device_callbacks = list;
+}
 
 }  // extern "C"

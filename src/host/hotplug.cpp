@@ -6,6 +6,8 @@
 #include <cstring>
 #include <mutex>
 
+#include "core/hotplug_callbacks.h"
+
 #include "debug/log.h"
 #include "host/real_device.h"
 #include "velatrix/input.h"
@@ -33,6 +35,7 @@ bool settle(std::unique_lock<std::mutex>& lock) {
 }
 
 void call_hotplug_callbacks(velatrix_list* callbacks, uint32_t event, const std::string& path) {
+    std::lock_guard lock(velatrix::hotplug_callbacks_mutex());
     for (velatrix_list_node* node = callbacks->head; node != nullptr;) {
         velatrix_list_node* next = node->next;
         reinterpret_cast<velatrix_hotplug_callback>(node->value)(event, path.c_str());
@@ -42,6 +45,7 @@ void call_hotplug_callbacks(velatrix_list* callbacks, uint32_t event, const std:
 
 // Every start begins with no hot-plug callbacks.
 void replace_callback_list() {
+    std::lock_guard lock(velatrix::hotplug_callbacks_mutex());
     velatrix_list_free(velatrix_get_device_callbacks());
     velatrix_set_device_callbacks(velatrix_create_list());
 }
@@ -60,14 +64,17 @@ extern "C" {
 void velatrix_linux_device_notify(void) {
     VELATRIX_TRACE_FUNCTION_IN(velatrix::kLogHost);
     std::unique_lock lock(dispatch_mutex);
-    velatrix_list* callbacks = velatrix_get_device_callbacks();
-    if (callbacks == nullptr || callbacks->head == nullptr) return;
+    {
+        std::lock_guard callbacks_lock(velatrix::hotplug_callbacks_mutex());
+        velatrix_list* callbacks = velatrix_get_device_callbacks();
+        if (callbacks == nullptr || callbacks->head == nullptr) return;
+    }
     if (!settle(lock)) return;
     velatrix_device* head = nullptr;
     velatrix_list_devices(&head);
     velatrix_free_device_list(head);
     PathChanges changes = diff_path_snapshots();
-    callbacks = velatrix_get_device_callbacks();
+    velatrix_list* callbacks = velatrix_get_device_callbacks();
     if (callbacks == nullptr) return;
     for (const std::string& path : changes.added) call_hotplug_callbacks(callbacks, VELATRIX_HOTPLUG_ADDED, path);
     for (const std::string& path : changes.removed) call_hotplug_callbacks(callbacks, VELATRIX_HOTPLUG_REMOVED, path);
@@ -141,6 +148,7 @@ int velatrix_real_driver_destroy(velatrix_device_driver* driver) {
         std::lock_guard lock(dispatch_mutex);
         hotplug_thread_running.store(0);
         stop_requested.notify_all();
+        std::lock_guard callbacks_lock(velatrix::hotplug_callbacks_mutex());
         velatrix_list_free(velatrix_get_device_callbacks());
         velatrix_set_device_callbacks(nullptr);
     }

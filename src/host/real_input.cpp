@@ -45,6 +45,7 @@ extern "C" {
 void velatrix_linux_read_callback(velatrix_device* device, int status, const uint8_t* report, uint32_t length) {
     velatrix_real_device* record = real(device);
     if (status != 0 || record->pending_reports == nullptr) return;
+    velatrix_debug_write_trace(report, length, 1);
     auto* pending = static_cast<velatrix_pending_report*>(std::malloc(sizeof(velatrix_pending_report)));
     auto* copy = static_cast<uint8_t*>(std::malloc(length > 0 ? length : 1));
     if (pending == nullptr || copy == nullptr) {

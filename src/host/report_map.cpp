@@ -1,5 +1,6 @@
 // Which report ids a pad declares, and the feature-report transfers that
 // check against it before they reach the pad.
+#include <algorithm>
 #include <cstring>
 #include <span>
 
@@ -15,6 +16,9 @@ constexpr uint8_t kTagReportId = 8;
 
 // The IOReturn-style code part of a platform status, as the messages show it.
 constexpr int kStatusCodeMask = 0x1FFF;
+// Directions of the traffic trace.
+constexpr uint32_t kTraceRead = 1;
+constexpr uint32_t kTraceWritten = 2;
 
 bool report_declared(velatrix_real_device* record, uint8_t report_id) {
     if (record->report_map[report_id]) return true;
@@ -74,6 +78,7 @@ int velatrix_real_hid_set_feature_report(velatrix_device* device, uint8_t* buffe
     velatrix_real_device* record = real(device);
     const uint8_t id = buffer[0];
     if (!report_declared(record, id)) return 0;
+    velatrix_debug_write_trace(buffer, length, kTraceWritten);
     Transfer result = record->hid_device != nullptr
                           ? record->hid_device->set_feature(std::span<const uint8_t>(buffer, length))
                           : Transfer{EBADF, EBADF, 0};
@@ -104,6 +109,7 @@ int velatrix_real_hid_get_feature_report(velatrix_device* device, uint8_t* buffe
                                  static_cast<unsigned>(result.error), std::strerror(result.error));
         return 0;
     }
+    velatrix_debug_write_trace(buffer, std::min<uint32_t>(length, static_cast<uint32_t>(result.length)), kTraceRead);
     return 1;
 }
 

@@ -1,6 +1,7 @@
 // Registration of input callbacks (per open device) and hot-plug callbacks
 // (process-wide). The lists hold the function pointers themselves and are
 // not locked: callers register while no dispatch is running.
+#include "core/hotplug_callbacks.h"
 #include "debug/log.h"
 #include "velatrix/device.h"
 #include "velatrix/input.h"
@@ -57,14 +58,21 @@ void velatrix_register_hotplug_callback(velatrix_hotplug_callback callback) {
     }
     // Before the built-in driver's init there is no list and nothing is
     // stored; the line is logged all the same.
-    velatrix_list_add(velatrix_get_device_callbacks(), velatrix::as_value(callback));
+    {
+        std::lock_guard lock(velatrix::hotplug_callbacks_mutex());
+        velatrix_list_add(velatrix_get_device_callbacks(), velatrix::as_value(callback));
+    }
     VELATRIX_LOG(VELATRIX_LEVEL_INFO, "Successfully added hotplug callback to list.");
 }
 
 void velatrix_unregister_hotplug_callback(velatrix_hotplug_callback callback) {
     VELATRIX_TRACE_FUNCTION();
-    VELATRIX_LOG(VELATRIX_LEVEL_INFO, "%s",
-                 velatrix::remove_callback(velatrix_get_device_callbacks(), velatrix::as_value(callback)));
+    const char* outcome = nullptr;
+    {
+        std::lock_guard lock(velatrix::hotplug_callbacks_mutex());
+        outcome = velatrix::remove_callback(velatrix_get_device_callbacks(), velatrix::as_value(callback));
+    }
+    VELATRIX_LOG(VELATRIX_LEVEL_INFO, "%s", outcome);
 }
 
 }  // extern "C"
