@@ -5,6 +5,10 @@
 
 #include "debug/log.h"
 
+namespace {
+constexpr uint32_t kOpaqueWhite = 0xFFFFFFFF;
+}  // namespace
+
 extern "C" {
 
 int velatrix_clear_screen(velatrix_device* device) {
@@ -23,9 +27,10 @@ int velatrix_clear_screen(velatrix_device* device) {
         return 0;
     }
     // Without screens, the last region slot is stretched over the whole
-    // display: shown, it paints its background everywhere; then it is taken
-    // out of use again so it does not stay as a region.
+    // display: shown with an opaque white background, it paints the display
+    // white; then it is taken out of use again so it does not stay a region.
     velatrix_device_region_info region = device->regions[display.region_count - 1];
+    region.background = kOpaqueWhite;
     region.x1 = 0;
     region.x2 = static_cast<uint16_t>(display.width - 1);
     region.y1 = 0;

@@ -49,6 +49,7 @@ TEST(ClearScreen, WithoutScreensStretchesTheLastRegionOverTheDisplayTwice) {
     EXPECT_EQ(sent[0][3] & 0x0C, 0x0C) << "visible and in use";
     EXPECT_EQ(sent[1][3] & 0x0C, 0x04) << "in use cleared on the second send";
     EXPECT_EQ(Bytes(sent[0].begin() + 9, sent[0].begin() + 17), (Bytes{0, 0, 0x3F, 0x01, 0, 0, 0xEF, 0x00}));
+    EXPECT_EQ(Bytes(sent[0].begin() + 21, sent[0].begin() + 25), (Bytes{0xFF, 0xFF, 0xFF, 0xFF})) << "opaque white";
     // The cached table mirrors what was written last.
     EXPECT_EQ(regions[1].x2, 319);
     EXPECT_EQ(regions[1].in_use, 0);

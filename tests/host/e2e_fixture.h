@@ -1,0 +1,223 @@
+// End-to-end set-up: the whole library started with the built-in driver on
+// the virtual bus, pads plugged by the test, listed and opened through the
+// public API, and everything torn down again so each test starts clean.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <openssl/evp.h>
+
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+#include <list>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "host/real_device.h"
+#include "velatrix-quillmark.h"
+#include "velatrix-virtual.h"
+#include "virtual/pad_model.h"
+#include "virtual/virtual_bus.h"
+
+namespace velatrix::e2e {
+
+using Bytes = std::vector<uint8_t>;
+using virtual_pad::PadModel;
+
+// Names of the built-in virtual models, optionally only those with a
+// capability the test needs.
+inline std::vector<std::string> model_names(const std::function<bool(const PadModel&)>& wanted = nullptr) {
+    std::vector<std::string> names;
+    for (const PadModel* model : virtual_pad::all_models()) {
+        if (!wanted || wanted(*model)) names.push_back(model->name);
+    }
+    return names;
+}
+
+inline bool has_screens(const PadModel& model) { return model.capabilities.supports_screens_resources; }
+
+// gtest parameter names may not hold '-'.
+inline std::string param_name(const ::testing::TestParamInfo<std::string>& info) {
+    std::string name = info.param;
+    for (char& c : name) {
+        if (c == '-') c = '_';
+    }
+    return name;
+}
+
+// A model derived from a built-in one, for devices the C API cannot plug
+// (another vendor, another usage, a different descriptor). Models live
+// until the process ends because a pad keeps a reference to its model.
+inline const PadModel& derived_model(const std::string& base, const std::function<void(PadModel&)>& change) {
+    static auto* models = new std::list<PadModel>();
+    PadModel model = *virtual_pad::find_model(base);
+    change(model);
+    models->push_back(std::move(model));
+    return models->back();
+}
+
+// Plugs a pad of a derived model onto the bus; returns its id.
+inline velatrix_virtual_pad plug_model(const PadModel& model) {
+    return virtual_pad::VirtualBus::instance().plug(model)->id();
+}
+
+// The path the driver must give a pad: transport, vendor, product, usage
+// page, usage and location, as the host formats it.
+inline std::string expected_path(uint16_t vendor, uint16_t product, uint32_t usage_page, uint32_t usage,
+                                 uint32_t location) {
+    char path[256];
+    std::snprintf(path, sizeof path, "USB_%04x_%04x_%02x_%02x_%x", vendor, product, usage_page, usage, location);
+    return path;
+}
+
+// Empty for a pad that is not plugged in.
+inline std::string expected_path(velatrix_virtual_pad pad) {
+    auto plugged = virtual_pad::VirtualBus::instance().find(pad);
+    if (plugged == nullptr) return {};
+    const PadModel& model = plugged->model();
+    return expected_path(model.vendor_id, velatrix_virtual_product_id(pad), model.usage_page, model.usage,
+                         velatrix_virtual_location_id(pad));
+}
+
+inline std::array<uint8_t, 16> md5(const uint8_t* data, std::size_t length) {
+    std::array<uint8_t, 16> digest{};
+    unsigned int size = 0;
+    EXPECT_EQ(EVP_Digest(data, length, digest.data(), &size, EVP_md5(), nullptr), 1);
+    EXPECT_EQ(size, 16u);
+    return digest;
+}
+
+// Little-endian payload building, written independently of the library's
+// own packing helpers.
+struct Payload {
+    Bytes bytes;
+    Payload& u8(uint8_t value) {
+        bytes.push_back(value);
+        return *this;
+    }
+    Payload& le16(uint16_t value) {
+        bytes.push_back(static_cast<uint8_t>(value));
+        bytes.push_back(static_cast<uint8_t>(value >> 8));
+        return *this;
+    }
+    Payload& le32(uint32_t value) {
+        for (int i = 0; i < 4; ++i) bytes.push_back(static_cast<uint8_t>(value >> (8 * i)));
+        return *this;
+    }
+};
+
+// What the pad stores for a parameter report (the bytes after the id).
+inline Bytes stored_parameter(velatrix_virtual_pad pad, uint8_t report_id) {
+    Bytes payload(256, 0);
+    int32_t length = velatrix_virtual_get_parameter(pad, report_id, payload.data(), 256);
+    if (length < 0) return {};
+    payload.resize(static_cast<std::size_t>(length));
+    return payload;
+}
+
+inline std::string last_error() { return velatrix_get_last_error(); }
+
+class E2e : public ::testing::Test {
+protected:
+    void SetUp() override {
+        velatrix_virtual_unplug_all();
+        const char* simulate = std::getenv("VELATRIX_SIMULATE");
+        saved_simulate_ = simulate != nullptr ? std::optional<std::string>(simulate) : std::nullopt;
+        // The driver reads this at start-up: it selects the virtual bus and
+        // plugs no pads of its own; every test plugs what it needs.
+        setenv("VELATRIX_SIMULATE", "0", 1);
+        host::clear_path_snapshots();
+        velatrix_init();
+        velatrix_report_error_internal("%s", "");
+    }
+
+    void TearDown() override {
+        for (velatrix_device* device : records_) {
+            if (device->open) velatrix_close_device(device);
+        }
+        for (velatrix_device* device : records_) velatrix_free_device_list(device);
+        records_.clear();
+        velatrix_destroy();
+        velatrix_real_driver.thread_wait();
+        velatrix_virtual_unplug_all();
+        host::clear_path_snapshots();
+        if (saved_simulate_) {
+            setenv("VELATRIX_SIMULATE", saved_simulate_->c_str(), 1);
+        } else {
+            unsetenv("VELATRIX_SIMULATE");
+        }
+    }
+
+    velatrix_virtual_pad plug(const char* model) {
+        velatrix_virtual_pad pad = velatrix_virtual_plug(model);
+        EXPECT_NE(pad, 0) << last_error();
+        return pad;
+    }
+
+    // Lists through the public API. The chain is cut into single records
+    // owned by the fixture, so that a failed open (which frees its record
+    // and everything after it) never leaves a dangling link.
+    std::vector<velatrix_device*> list() {
+        velatrix_device* head = nullptr;
+        EXPECT_EQ(velatrix_list_devices(&head), 1) << last_error();
+        std::vector<velatrix_device*> listed;
+        while (head != nullptr) {
+            velatrix_device* next = head->next;
+            head->next = nullptr;
+            listed.push_back(head);
+            records_.push_back(head);
+            head = next;
+        }
+        return listed;
+    }
+
+    // The listed record of a pad (null when the listing lacks it).
+    velatrix_device* find(velatrix_virtual_pad pad) {
+        const std::string path = expected_path(pad);
+        for (velatrix_device* device : list()) {
+            if (device->path != nullptr && path == device->path) return device;
+        }
+        return nullptr;
+    }
+
+    // The record was freed by the library (a failed open).
+    void forget(velatrix_device* device) { std::erase(records_, device); }
+
+    // Lists, finds and opens the pad; null (with a test failure) otherwise.
+    velatrix_device* open(velatrix_virtual_pad pad) {
+        velatrix_device* device = find(pad);
+        EXPECT_NE(device, nullptr) << "pad " << pad << " not listed";
+        if (device == nullptr) return nullptr;
+        if (velatrix_open_device(device) != 1) {
+            ADD_FAILURE() << "open failed: " << last_error();
+            forget(device);
+            return nullptr;
+        }
+        return device;
+    }
+
+    std::vector<velatrix_device*> records_;
+    std::optional<std::string> saved_simulate_;
+};
+
+// The same tests against every model (or every model with a capability).
+class E2eEveryModel : public E2e, public ::testing::WithParamInterface<std::string> {
+protected:
+    void SetUp() override {
+        E2e::SetUp();
+        pad_ = plug(GetParam().c_str());
+        device_ = open(pad_);
+        ASSERT_NE(device_, nullptr);
+    }
+    velatrix_virtual_pad pad_ = 0;
+    velatrix_device* device_ = nullptr;
+};
+
+}  // namespace velatrix::e2e
