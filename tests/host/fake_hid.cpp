@@ -200,6 +200,11 @@ bool FakeHidLayer::watch_stopped() const {
 
 std::unique_ptr<host::UsbWatch> FakeHidLayer::watch_usb(int& error) {
     std::lock_guard lock(mutex_);
+    if (watch_error_ != 0) {
+        // No notification source on this machine (no netlink, no udev).
+        error = watch_error_;
+        return nullptr;
+    }
     error = 0;
     watch_made_ = true;
     // Each start of the driver watches afresh.

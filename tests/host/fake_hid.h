@@ -51,6 +51,8 @@ public:
     void remove(std::size_t index);
     void set_enumerate_error(int error) { enumerate_error_ = error; }
     void set_open_error(int error) { open_error_ = error; }
+    // Makes watch_usb fail with this errno (0: it works).
+    void set_watch_error(int error) { watch_error_ = error; }
     int enumerations() const;
     int opens() const { return opens_; }
 
@@ -89,6 +91,7 @@ private:
     };
     std::shared_ptr<WatchState> watch_ = std::make_shared<WatchState>();
     bool watch_made_ = false;
+    int watch_error_ = 0;
 };
 
 // An identity of the pads the driver takes (vendor of the build, usage 6).

@@ -149,5 +149,28 @@ TEST_F(HotplugTest, AnApplicationListingInBetweenHidesTheArrival) {
     EXPECT_TRUE(wait_for_events(1, 0ms).empty());
 }
 
+
+// Without any USB notification source (no netlink, no udev daemon) the
+// driver still starts, lists and stops; only hot-plug callbacks stay silent.
+TEST(HotplugWithoutNotifications, DriverStartsListsAndStopsCleanly) {
+    host::clear_path_snapshots();
+    FakeHidLayer layer;
+    layer.set_watch_error(EPERM);
+    layer.add(pad_info(0x0100, 0x01100000));
+    ScopedLayer scoped(layer);
+    velatrix_init();
+    EXPECT_EQ(velatrix_real_driver.initialised, 1);
+    velatrix_register_hotplug_callback(&record_hotplug);
+    velatrix_device* head = nullptr;
+    ASSERT_EQ(velatrix_list_devices(&head), 1);
+    EXPECT_EQ(velatrix_count_device_list(head), 1u);
+    velatrix_free_device_list(head);
+    const auto start = std::chrono::steady_clock::now();
+    velatrix_destroy();
+    EXPECT_EQ(velatrix_real_thread_wait(), 0);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 1s);
+    EXPECT_TRUE(wait_for_events(1, 0ms).empty());
+}
+
 }  // namespace
 }  // namespace velatrix::testing
