@@ -71,7 +71,7 @@ int velatrix_real_device_read(velatrix_device* device) {
     if (device == nullptr || !device->open) {
         VELATRIX_REPORT_ERROR_IN(velatrix::kLogHost, "Device is not open");
         VELATRIX_LOG_IN(velatrix::kLogHost, VELATRIX_LEVEL_INFO, "Device is not open: open: %hhu, path: %s",
-                        device != nullptr ? device->open : 0,
+                        static_cast<unsigned char>(device != nullptr ? device->open : 0),
                         device != nullptr && device->path != nullptr ? device->path : "(null)");
         return 0;
     }

@@ -32,7 +32,7 @@ struct RegistryFixture : ::testing::Test {
 
 TEST_F(RegistryFixture, ListingWithNoInitialisedDriverGivesNullHead) {
     FakeDriver fake;
-    fake.add_pad({"pad_a", 0xF055, 1});
+    fake.add_pad({"pad_a", 0xF055, 1, "", ""});
     install(fake.driver(), false);
     velatrix_device* head = reinterpret_cast<velatrix_device*>(0x1);
     EXPECT_EQ(velatrix_list_devices(&head), 1);
@@ -44,7 +44,7 @@ TEST_F(RegistryFixture, ChainsOfEveryInitialisedDriverAreConcatenatedInRegistryO
     // Two records of operations over one script: the fake's record and a copy.
     FakeDriver fake;
     fake.add_pad({"pad_a", 0xF055, 1, "Model A", "Maker"});
-    fake.add_pad({"pad_b", 0xF055, 2});
+    fake.add_pad({"pad_b", 0xF055, 2, "", ""});
     velatrix_device_driver second = *fake.driver();
     install(fake.driver(), true);
     install(&second, true);
@@ -61,7 +61,7 @@ TEST_F(RegistryFixture, ChainsOfEveryInitialisedDriverAreConcatenatedInRegistryO
 
 TEST_F(RegistryFixture, FreeingTakesDevicesOutOfTheOpenRegistry) {
     FakeDriver fake;
-    fake.add_pad({"pad_a", 0xF055, 1});
+    fake.add_pad({"pad_a", 0xF055, 1, "", ""});
     install(fake.driver(), true);
     velatrix_device* head = nullptr;
     velatrix_list_devices(&head);

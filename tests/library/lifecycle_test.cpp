@@ -58,7 +58,7 @@ TEST(Lifecycle, AddingBeforeInitOnlyLogs) {
 TEST(Lifecycle, AFailingDriverStaysRegisteredButIsSkippedByListing) {
     LogCapture log;
     FakeDriver fake;
-    fake.add_pad({"pad_a", 0xF055, 1});
+    fake.add_pad({"pad_a", 0xF055, 1, "", ""});
     velatrix_device_driver failing = *fake.driver();
     failing.init = [] {
         velatrix_report_error_internal("no bus");
