@@ -50,6 +50,20 @@ void replace_callback_list() {
     velatrix_set_device_callbacks(velatrix_create_list());
 }
 
+// Set by the hot-plug thread as its very last step.
+std::mutex thread_end_mutex;
+std::condition_variable thread_end;
+bool thread_ended = true;
+constexpr auto kThreadEndWait = std::chrono::seconds(2);
+
+void mark_thread_ended() {
+    std::lock_guard lock(thread_end_mutex);
+    thread_ended = true;
+    thread_end.notify_all();
+}
+
+void* run_hotplug_thread(void* argument);
+
 void join_thread() {
     if (!thread_started) return;
     velatrix_thread_join(hotplug_thread);
@@ -136,7 +150,12 @@ int32_t velatrix_real_driver_init(void) {
         velatrix_linux_device_added();
         velatrix_linux_device_removed();
     }
-    thread_started = velatrix_thread_init(&hotplug_thread, velatrix_hotplug_thread, watch.get()) == 0;
+    {
+        std::lock_guard lock(thread_end_mutex);
+        thread_ended = false;
+    }
+    thread_started = velatrix_thread_init(&hotplug_thread, run_hotplug_thread, watch.get()) == 0;
+    if (!thread_started) mark_thread_ended();
     return 1;
 }
 
@@ -153,6 +172,12 @@ int velatrix_real_driver_destroy(velatrix_device_driver* driver) {
         velatrix_set_device_callbacks(nullptr);
     }
     if (watch) watch->stop();
+    // The thread is joined by thread_wait, but its last log records must be
+    // written before velatrix_destroy closes the log: wait until it is done.
+    {
+        std::unique_lock lock(thread_end_mutex);
+        thread_end.wait_for(lock, kThreadEndWait, [] { return thread_ended; });
+    }
     return 1;
 }
 
@@ -165,3 +190,11 @@ int velatrix_real_thread_wait(void) {
 }
 
 }  // extern "C"
+
+namespace {
+void* run_hotplug_thread(void* argument) {
+    velatrix_hotplug_thread(argument);
+    mark_thread_ended();
+    return nullptr;
+}
+}  // namespace

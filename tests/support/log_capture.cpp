@@ -35,11 +35,23 @@ LogCapture::~LogCapture() {
 
 void LogCapture::publish(velatrix_debug_handler* handler, const velatrix_debug_message* message) {
     auto* self = static_cast<LogCapture*>(handler->data);
+    std::lock_guard lock(self->mutex_);
     self->records_.push_back({message->level, message->function ? message->function : "",
                               message->file ? message->file : "", message->text ? message->text : ""});
 }
 
+std::vector<LoggedRecord> LogCapture::records() const {
+    std::lock_guard lock(mutex_);
+    return records_;
+}
+
+void LogCapture::clear() {
+    std::lock_guard lock(mutex_);
+    records_.clear();
+}
+
 std::vector<std::string> LogCapture::texts(int level) const {
+    std::lock_guard lock(mutex_);
     std::vector<std::string> out;
     for (const LoggedRecord& r : records_) {
         if (level < 0 || r.level == static_cast<uint32_t>(level)) out.push_back(r.text);

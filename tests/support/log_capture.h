@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -25,16 +26,18 @@ public:
     LogCapture(const LogCapture&) = delete;
     LogCapture& operator=(const LogCapture&) = delete;
 
-    const std::vector<LoggedRecord>& records() const { return records_; }
+    // A copy: records arrive from the driver's threads too.
+    std::vector<LoggedRecord> records() const;
     // Texts of the records at exactly this level (all levels for -1), in order.
     std::vector<std::string> texts(int level = -1) const;
     bool contains(const std::string& text, int level = -1) const;
     int count(const std::string& text, int level = -1) const;
-    void clear() { records_.clear(); }
+    void clear();
 
 private:
     static void publish(velatrix_debug_handler* handler, const velatrix_debug_message* message);
     velatrix_debug_handler handler_{};
+    mutable std::mutex mutex_;
     std::vector<LoggedRecord> records_;
 };
 
