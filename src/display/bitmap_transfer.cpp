@@ -8,6 +8,7 @@
 
 #include "debug/log.h"
 #include "display/chunk_layout.h"
+#include "graphics/pixels.h"
 #include "protocol/report_index.h"
 
 namespace {
@@ -94,6 +95,7 @@ int velatrix_set_display_chunk(velatrix_device* device, velatrix_display_chunk c
 int velatrix_transfer_bitmap_to_device(velatrix_device* device, const velatrix_bitmap* bitmap, uint32_t x, uint32_t y,
                                        uint8_t bits_per_pixel) {
     VELATRIX_TRACE_FUNCTION();
+    if (!velatrix::graphics::usable_bitmap(bitmap)) return 0;
     const auto width = static_cast<uint32_t>(std::max(bitmap->width, 0));
     const auto height = static_cast<uint32_t>(std::max(bitmap->height, 0));
     const auto shape = velatrix::display::chunk_shape(width, height, bits_per_pixel);

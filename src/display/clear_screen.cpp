@@ -13,6 +13,10 @@ extern "C" {
 
 int velatrix_clear_screen(velatrix_device* device) {
     VELATRIX_TRACE_FUNCTION();
+    if (device == nullptr) {
+        VELATRIX_REPORT_ERROR("Device was null, unable to clear screen.");
+        return 0;
+    }
     // Re-activating the active screen makes the pad redraw it from scratch.
     const int active = velatrix_get_active_screen(device);
     if (active >= 0 && velatrix_set_active_screen(device, static_cast<uint8_t>(active)) == 1) return 1;
@@ -27,9 +31,13 @@ int velatrix_clear_screen(velatrix_device* device) {
         return 0;
     }
     // Without screens, the last region slot is stretched over the whole
-    // display: shown with an opaque white background, it paints the display
-    // white; then it is taken out of use again so it does not stay a region.
-    velatrix_device_region_info region = device->regions[display.region_count - 1];
+    // display as a plain, frameless, visible container with an opaque white
+    // background: the pad paints the display white. Then it is taken out of
+    // use again so it does not stay a region that catches the pen. Nothing of
+    // the slot's own type (a button's caption, a frame) is carried over.
+    velatrix_device_region_info region{};
+    region.number = display.region_count;
+    region.type = 0;  // container
     region.background = kOpaqueWhite;
     region.x1 = 0;
     region.x2 = static_cast<uint16_t>(display.width - 1);

@@ -36,6 +36,10 @@ CodePoints decode(const char* text, uint32_t length, const char* encoding) {
 enum class Measure { Width, Height };
 
 int32_t measure(velatrix_device* device, const char* text, uint32_t length, const char* encoding, Measure what) {
+    if (device == nullptr) {
+        VELATRIX_REPORT_ERROR("Device was null, unable to measure text.");
+        return 0;
+    }
     CodePoints code_points = decode(text, length, encoding);
     if (code_points == nullptr) return 0;
     const velatrix_font* font = device_font(device);
@@ -62,6 +66,10 @@ extern "C" {
 int velatrix_device_draw_text_encoded(velatrix_device* device, const char* text, uint32_t length, uint32_t x,
                                       uint32_t y, int alignment, uint8_t inverse, const char* encoding) {
     VELATRIX_TRACE_FUNCTION();
+    if (device == nullptr) {
+        VELATRIX_REPORT_ERROR("Device was null, unable to draw text.");
+        return 0;
+    }
     CodePoints code_points = decode(text, length, encoding);
     if (code_points == nullptr) {
         VELATRIX_REPORT_ERROR("String encoding problem, unable to convert string.");

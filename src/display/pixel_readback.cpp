@@ -20,6 +20,10 @@ extern "C" {
 
 int velatrix_get_pixels(velatrix_device* device, velatrix_pixel_read* record) {
     VELATRIX_TRACE_FUNCTION();
+    if (record == nullptr) {
+        VELATRIX_REPORT_ERROR("Pixel record was null, unable to read pixels.");
+        return 0;
+    }
     // The high bytes of x and y always travel as 0 (the pad's protocol was
     // fixed with a shift in the wrong direction), so only 0..255 address the
     // intended pixel: x = 300 asks for x = 44.

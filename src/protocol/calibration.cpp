@@ -62,6 +62,10 @@ velatrix_hid_feature_calibrate velatrix_get_calibrate_state(velatrix_device* dev
 
 void velatrix_get_calibrate_state_ref(velatrix_device* device, velatrix_hid_feature_calibrate* record) {
     VELATRIX_TRACE_FUNCTION();
+    if (record == nullptr) {
+        VELATRIX_REPORT_ERROR("Record was null, unable to read the calibration state.");
+        return;
+    }
     *record = velatrix_get_calibrate_state(device);
 }
 

@@ -42,6 +42,10 @@ extern "C" {
 void velatrix_get_error_correction_table_ref(velatrix_device* device,
                                              velatrix_hid_feature_error_correction_table* record) {
     VELATRIX_TRACE_FUNCTION();
+    if (record == nullptr) {
+        VELATRIX_REPORT_ERROR("Record was null, unable to read the error-correction table.");
+        return;
+    }
     std::memset(record, 0, sizeof *record);
     if (!wait_for_interlock(device, kTable.get_before.sleep, kTable.get_before.mask)) return;
     uint8_t buffer[kTable.length] = {report_id::kErrorCorrectionTable};
@@ -70,6 +74,10 @@ void velatrix_print_error_correction_table(const velatrix_hid_feature_error_corr
 
 int velatrix_set_error_correction(velatrix_device* device, const velatrix_hid_feature_error_correction_table* table) {
     VELATRIX_TRACE_FUNCTION();
+    if (table == nullptr) {
+        VELATRIX_REPORT_ERROR("Table was null, unable to set the error correction.");
+        return 0;
+    }
     uint8_t buffer[kTable.length] = {report_id::kErrorCorrectionTable};
     std::memcpy(buffer + 1, table->data, sizeof table->data);
     if (!velatrix_set_screen_region_commit(device, 0)) velatrix_set_region_commit(device, 0);

@@ -36,6 +36,10 @@ int velatrix_set_firmware_download_status(velatrix_device* device, uint32_t stat
 
 int velatrix_simulate_pen_input(velatrix_device* device, const velatrix_pen_simulation* pen) {
     VELATRIX_TRACE_FUNCTION();
+    if (pen == nullptr) {
+        VELATRIX_REPORT_ERROR("Pen input was null, unable to simulate it.");
+        return 0;
+    }
     uint8_t buffer[kPenLength] = {report_id::kSimulatePenInput, kPenSubCommand, pen->identifier};
     buffer[6] = kPenInRange | (pen->pen_down != 0 ? 1 : 0);
     put2(buffer, 7, pen->first_coordinate);

@@ -166,6 +166,14 @@ TEST(BitmapTransfer, AnUnplannedDepthNeverOverrunsTheChunk) {
     EXPECT_FALSE(fake.sets(103).empty());
 }
 
+TEST(BitmapTransfer, ANullBitmapIsRefusedWithAnError) {
+    FakeDriver fake;
+    velatrix_device* device = fake.make_device();
+    EXPECT_EQ(velatrix_transfer_bitmap_to_device(device, nullptr, 0, 0, 1), 0);
+    EXPECT_STREQ(velatrix_get_last_error(), "Invalid bitmap.");
+    EXPECT_TRUE(fake.sets(103).empty());
+}
+
 TEST(DisplayContent, WaitsForTheDisplayInterlockAndSendsTheLowByte) {
     FakeDriver fake;
     velatrix_device* device = fake.make_device();

@@ -98,4 +98,13 @@ TEST_F(TextFixture, UndecodableTextIsRefused) {
     EXPECT_TRUE(fake.sets(103).empty());
 }
 
+TEST(DeviceText, ANullDeviceIsRefusedWithAnError) {
+    EXPECT_EQ(velatrix_device_draw_text(nullptr, "AB", 0, 0, 0, 0), 0);
+    EXPECT_STREQ(velatrix_get_last_error(), "Device was null, unable to draw text.");
+    EXPECT_EQ(velatrix_measure_text_width(nullptr, "AB"), 0);
+    EXPECT_STREQ(velatrix_get_last_error(), "Device was null, unable to measure text.");
+    EXPECT_EQ(velatrix_measure_text_height_encoding(nullptr, "AB", 2, "utf-8"), 0);
+    EXPECT_STREQ(velatrix_get_last_error(), "Device was null, unable to measure text.");
+}
+
 }  // namespace

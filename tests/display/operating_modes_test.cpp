@@ -68,13 +68,27 @@ TEST_F(ModeFixture, CorvantineModeWithSaveStoresDefaultsAndSetsUpTheCardReader) 
     const Bytes peripheral = fake.sets(92).at(0);
     EXPECT_EQ(peripheral[1], 0x0C);
     EXPECT_EQ(peripheral[16], 1);
+    EXPECT_EQ(fake.sets(162).at(0)[17], 15) << "screen time-out";
 }
 
 TEST_F(ModeFixture, APadWithADisplayIdWritesTwoScreensWithTheButtonRegions) {
     fake.answer(11, capabilities(0x04, 1, 1));
+    // Screen 1 times out after 20 to screen 5 and lists region 3 leading to screen 9.
+    Bytes screen(80, 0);
+    screen[0] = 162, screen[1] = 1, screen[17] = 20, screen[18] = 5, screen[19] = 1;
+    screen[20] = 3, screen[50] = 9;
+    fake.answer(162, screen);
     ASSERT_EQ(velatrix_set_quillmark_mode(device, 0), 1);
     EXPECT_EQ(fake.gets_of(162), 2);
-    EXPECT_EQ(fake.sets(162).size(), 2u);
+    ASSERT_EQ(fake.sets(162).size(), 2u);
+    // First only the time-out's next screen changes; then the time-out goes
+    // and regions 3 and 4 both lead to screen 2.
+    Bytes first = screen;
+    first[18] = 2;
+    Bytes second = screen;
+    second[17] = 0, second[18] = 2, second[19] = 2;
+    second[21] = 4, second[50] = 2, second[51] = 2;
+    EXPECT_EQ(fake.sets(162), (std::vector<Bytes>{first, second}));
 }
 
 }  // namespace

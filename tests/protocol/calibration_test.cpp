@@ -79,4 +79,12 @@ TEST(Calibration, StateWaitsUpTo2103PollsBeforeAndGivesUpWithAZeroRecord) {
                  "Problem waiting for firmware interlock: device didn't respond in time, sleep: 2103, interlock: 32");
 }
 
+TEST(Calibration, NullStateRecordIsAnErrorNotACrash) {
+    FakeDriver fake;
+    velatrix_device* device = fake.make_device();
+    velatrix_get_calibrate_state_ref(device, nullptr);
+    EXPECT_STREQ(velatrix_get_last_error(), "Record was null, unable to read the calibration state.");
+    EXPECT_TRUE(fake.transfers().empty());
+}
+
 }  // namespace

@@ -82,6 +82,25 @@ TEST(ErrorCorrectionTable, AFailedWriteLeavesThePadIdle) {
     fake.fail_report(26);
     EXPECT_EQ(velatrix_set_error_correction(device, &table), 0);
     EXPECT_EQ(fake.sets(10), (std::vector<Bytes>{{10, 0}})) << "no return to run mode 2";
+
+    // A pad still busy with its run mode after 2200 polls gets no table.
+    fake.clear_transfers();
+    fake.busy_for(100000, 1);
+    EXPECT_EQ(velatrix_set_error_correction(device, &table), 0);
+    EXPECT_STREQ(velatrix_get_last_error(),
+                 "Problem waiting for firmware interlock: device didn't respond in time, sleep: 2200, interlock: 1");
+    EXPECT_TRUE(fake.sets(26).empty());
+}
+
+TEST(ErrorCorrectionTable, NullRecordsAreErrorsWithoutTraffic) {
+    FakeDriver fake;
+    velatrix_device* device = fake.make_device();
+    velatrix_get_error_correction_table_ref(device, nullptr);
+    EXPECT_STREQ(velatrix_get_last_error(), "Record was null, unable to read the error-correction table.");
+    EXPECT_EQ(velatrix_get_error_correction_table(nullptr, device), nullptr);
+    EXPECT_EQ(velatrix_set_error_correction(device, nullptr), 0);
+    EXPECT_STREQ(velatrix_get_last_error(), "Table was null, unable to set the error correction.");
+    EXPECT_TRUE(fake.transfers().empty());
 }
 
 TEST(DeviceUuid, IsTheMd5OfTheTableBytesOnly) {

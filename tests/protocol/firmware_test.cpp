@@ -56,6 +56,14 @@ TEST(PenSimulation, BuildsThe67ByteReport) {
     EXPECT_EQ(fake.sets(253).at(0)[6], 0x10);
 }
 
+TEST(PenSimulation, NullInputIsAnErrorWithoutTraffic) {
+    FakeDriver fake;
+    velatrix_device* device = fake.make_device();
+    EXPECT_EQ(velatrix_simulate_pen_input(device, nullptr), 0);
+    EXPECT_STREQ(velatrix_get_last_error(), "Pen input was null, unable to simulate it.");
+    EXPECT_TRUE(fake.transfers().empty());
+}
+
 TEST(PenSimulation, AFailedSendLogsAndReturnsZero) {
     LogCapture log;
     FakeDriver fake;

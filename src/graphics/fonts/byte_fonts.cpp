@@ -38,6 +38,7 @@ void draw_cells(velatrix_bitmap* bitmap, const velatrix_byte_font* font, const c
 extern "C" {
 
 const uint8_t* velatrix_font_char_lookup(const velatrix_byte_font* font, char character) {
+    VELATRIX_TRACE_FUNCTION();
     if (!usable_font(font)) return nullptr;
     const auto wanted = static_cast<signed char>(character);
     for (int32_t i = 0; i < font->count; ++i) {
@@ -50,6 +51,7 @@ const uint8_t* velatrix_font_char_lookup(const velatrix_byte_font* font, char ch
 
 void velatrix_draw_char(velatrix_bitmap* bitmap, const velatrix_byte_font* font, char character, int32_t x, int32_t y,
                         uint32_t colour) {
+    VELATRIX_TRACE_FUNCTION();
     if (!velatrix::graphics::usable_bitmap(bitmap)) return;
     draw_cell(bitmap, font, character, x, y, colour);
 }

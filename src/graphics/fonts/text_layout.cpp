@@ -49,6 +49,7 @@ using namespace velatrix::fonts;
 extern "C" {
 
 const velatrix_glyph* enhanced_get_font_character(const velatrix_font* font, int32_t code_point) {
+    VELATRIX_TRACE_FUNCTION();
     return find_glyph(font, code_point);
 }
 
@@ -64,6 +65,7 @@ int32_t enhanced_get_string_height(const velatrix_font* font, const int32_t* cod
 
 void enhanced_draw_char(velatrix_bitmap* bitmap, const velatrix_font* font, int32_t code_point, int32_t x, int32_t y,
                         uint32_t colour) {
+    VELATRIX_TRACE_FUNCTION();
     if (!velatrix::graphics::usable_bitmap(bitmap) || font == nullptr) return;
     if (const velatrix_glyph* glyph = find_glyph(font, code_point)) {
         draw_glyph(bitmap, *glyph, font->bits_per_pixel, x, y, colour);
@@ -91,6 +93,7 @@ void enhanced_draw_string_aligned(velatrix_bitmap* bitmap, const velatrix_font* 
 }
 
 int32_t u_strlen32(const int32_t* code_points) {
+    VELATRIX_TRACE_FUNCTION();
     if (code_points == nullptr) return 0;
     int64_t count = 0;
     while (code_points[count] != 0) ++count;
