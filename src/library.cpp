@@ -36,6 +36,7 @@ void velatrix_os_destroy(void) {}
 // error reporting, logging, input dispatch and the hot-plug callback list.
 void velatrix_add_device_driver(velatrix_device_driver* driver) {
     VELATRIX_TRACE_FUNCTION();
+    if (driver == nullptr) return;  // nothing to register
     if (velatrix_driver_list == nullptr) {
         VELATRIX_LOG(VELATRIX_LEVEL_INFO, "Driver list was null loading driver '%s'.", driver->get_driver_name());
         return;

@@ -47,6 +47,10 @@ void velatrix_free_device_list(velatrix_device* head) {
 
 int velatrix_device_read(velatrix_device* device) {
     VELATRIX_TRACE_FUNCTION();
+    if (device == nullptr) {
+        VELATRIX_REPORT_ERROR("Parameter passed into velatrix_device_read was null.");
+        return 0;
+    }
     return device->driver->device_read(device);
 }
 

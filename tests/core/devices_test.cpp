@@ -6,6 +6,7 @@
 
 #include "support/fake_driver.h"
 #include "velatrix/device.h"
+#include "velatrix/error.h"
 
 namespace {
 
@@ -93,6 +94,10 @@ TEST(DeviceRead, ForwardsToTheDriver) {
     FakeDriver fake;
     velatrix_device* device = fake.make_device();
     EXPECT_EQ(velatrix_device_read(device), 1);
+    EXPECT_EQ(fake.read_calls(), 1);
+
+    EXPECT_EQ(velatrix_device_read(nullptr), 0);
+    EXPECT_STREQ(velatrix_get_last_error(), "Parameter passed into velatrix_device_read was null.");
     EXPECT_EQ(fake.read_calls(), 1);
 }
 

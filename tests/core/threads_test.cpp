@@ -122,7 +122,7 @@ TEST(Ticks, FollowsTheWallClockInMilliseconds) {
 
 namespace {
 
-TEST(Event, DestroyReleasesEveryWaiterEvenAfterAnEarlierTrigger) {
+TEST(Event, DestroyReleasesEveryWaiter) {
     for (int round = 0; round < 20; ++round) {
         velatrix_event event;
         velatrix_event_init(&event);
