@@ -137,12 +137,7 @@ int32_t velatrix_real_driver_init(void) {
     }
     int error = 0;
     watch = access_layer().watch_usb(error);
-    if (!watch) {
-        // The thread then ends at once: pads are still listed and opened,
-        // only hot-plug callbacks stay silent.
-        VELATRIX_LOG_IN(velatrix::kLogHost, VELATRIX_LEVEL_WARNING, "Problem watching USB devices (errno: %i): %s",
-                        error, std::strerror(error));
-    } else {
+    if (watch) {
         // Whatever happened before the watch was armed is looked at once,
         // for arrivals and for departures. This runs here rather than on
         // the new thread so that it never meets an application registering
@@ -150,6 +145,8 @@ int32_t velatrix_real_driver_init(void) {
         velatrix_linux_device_added();
         velatrix_linux_device_removed();
     }
+    // Without a watch the thread ends at once, silently: pads are still
+    // listed and opened, only hot-plug callbacks stay quiet.
     {
         std::lock_guard lock(thread_end_mutex);
         thread_ended = false;

@@ -1,6 +1,7 @@
 // Which report ids a pad declares, and the feature-report transfers that
 // check against it before they reach the pad.
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <span>
 
@@ -53,6 +54,9 @@ int fill_hid_report_map(velatrix_device* device) {
     velatrix_real_device* record = real(device);
     std::vector<uint8_t> descriptor;
     int error = record->hid_device != nullptr ? record->hid_device->report_descriptor(descriptor) : EBADF;
+    // An empty descriptor declares nothing: treat it as unreadable, so the
+    // open falls back to letting every ordinary id through.
+    if (error == 0 && descriptor.empty()) error = ENODATA;
     if (error != 0) {
         VELATRIX_REPORT_ERROR_IN(velatrix::kLogHost, "Problem getting hid descriptor (errno: %u): %s\n",
                                  static_cast<unsigned>(error), std::strerror(error));

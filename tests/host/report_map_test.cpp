@@ -122,6 +122,20 @@ TEST_F(ReportMapTest, UnreadableDescriptorLetsIds0To254Through) {
     EXPECT_EQ(pad->gets.size(), 1u);
 }
 
+TEST_F(ReportMapTest, EmptyDescriptorCountsAsUnreadable) {
+    layer_.add(pad_info(0x0042, 0x01200000), Bytes{});
+    velatrix_device* device = list();
+    ASSERT_NE(device, nullptr);
+    ASSERT_EQ(velatrix_real_open_device(device), 1);
+    EXPECT_EQ(std::string(velatrix_get_last_error()),
+              "Problem getting hid descriptor (errno: " + std::to_string(ENODATA) + "): " +
+                  std::string(std::strerror(ENODATA)) + "\n");
+    const uint8_t* map = real(device)->report_map;
+    EXPECT_EQ(declared_ids(map).size(), 255u);
+    EXPECT_EQ(map[255], 0);
+    EXPECT_EQ(velatrix_real_close_device(device), 1);
+}
+
 TEST_F(ReportMapTest, TransfersAfterCloseFailWithoutReachingThePad) {
     auto pad = layer_.add(pad_info(0x0042, 0x01200000), pad_descriptor_1_2_13());
     velatrix_device* device = open_first();
