@@ -3,6 +3,7 @@
 //   fontgen mono <UbuntuMono-R.ttf> <DejaVuSansMono.ttf> <output dir>
 //   fontgen derive-default <misc-fixed dir> <text form out>
 //   fontgen default <text form> <output .cpp>
+#include <stdexcept>
 #include "code_points.h"
 #include "default_face.h"
 #include "freetype_face.h"
@@ -35,10 +36,16 @@ int run(int argc, char** argv)
         const fontgen::Face primary(library, argv[2]);
         const fontgen::Face fallback(library, argv[3], fontgen::Hinting::automatic);
         const auto code_points = fontgen::mono_code_points();
+        fontgen::write_shared_lookup_source(code_points, std::string(argv[4]) + "/mono_code_points.cpp");
         for (const fontgen::MonoCell& cell : fontgen::kMonoCells) {
             const fontgen::FontTable table = fontgen::render_mono_font(primary, fallback, cell, code_points);
+            for (std::size_t i = 0; i < table.glyphs.size(); ++i) {
+                if (i >= code_points.size() || table.glyphs[i].code_point != code_points[i]) {
+                    throw std::runtime_error(cell.name + std::string(": glyphs do not follow the shared code points"));
+                }
+            }
             const std::string path = std::string(argv[4]) + "/" + cell.name + ".cpp";
-            fontgen::write_table_source(table, path);
+            fontgen::write_table_source(table, path, "velatrix::fonts::kMonoCodePoints");
             std::fprintf(stderr, "wrote %s (%zu glyphs)\n", path.c_str(), table.glyphs.size());
         }
         return 0;
