@@ -64,6 +64,10 @@ void clear_path_snapshots();
 // Drops every queued report of the device and the queue itself.
 void free_pending_reports(velatrix_real_device* device);
 
+// The interfaces present now; false (with the error reported) when the HID
+// service could not be asked. Listing and opening both start here.
+bool enumerate_interfaces(Enumeration& found);
+
 }  // namespace velatrix::host
 
 extern "C" {

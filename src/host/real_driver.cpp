@@ -49,16 +49,24 @@ void free_pending_reports(velatrix_real_device* device) {
 
 using namespace velatrix::host;
 
+namespace velatrix::host {
+
+bool enumerate_interfaces(Enumeration& found) {
+    found = access_layer().enumerate();
+    if (found.error == 0) return true;
+    VELATRIX_REPORT_ERROR_IN(velatrix::kLogHost, "Problem initializing hid manager (%i): %s\n", found.error,
+                             std::strerror(found.error));
+    return false;
+}
+
+}  // namespace velatrix::host
+
 extern "C" {
 
 int velatrix_real_list_devices(velatrix_device_driver* driver, velatrix_device** head) {
     VELATRIX_TRACE_FUNCTION_IN(velatrix::kLogHost);
-    Enumeration found = access_layer().enumerate();
-    if (found.error != 0) {
-        VELATRIX_REPORT_ERROR_IN(velatrix::kLogHost, "Problem initializing hid manager (%i): %s\n", found.error,
-                                 std::strerror(found.error));
-        return 0;
-    }
+    Enumeration found;
+    if (!enumerate_interfaces(found)) return 0;
     if (driver == nullptr) driver = &velatrix_real_driver;
     std::vector<std::string> paths;
     velatrix_device* first = nullptr;

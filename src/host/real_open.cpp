@@ -41,12 +41,8 @@ extern "C" {
 
 int velatrix_real_open_device(velatrix_device* device) {
     VELATRIX_TRACE_FUNCTION_IN(velatrix::kLogHost);
-    Enumeration found = access_layer().enumerate();
-    if (found.error != 0) {
-        VELATRIX_REPORT_ERROR_IN(velatrix::kLogHost, "Problem initializing hid manager (%i): %s\n", found.error,
-                                 std::strerror(found.error));
-        return 0;
-    }
+    Enumeration found;
+    if (!enumerate_interfaces(found)) return 0;
     const char* wanted = device->path != nullptr ? device->path : "";
     for (const HidInterfaceInfo& info : found.interfaces) {
         if (device_path(info) != wanted) continue;
