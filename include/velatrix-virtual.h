@@ -1,10 +1,11 @@
 /* Virtual pads: software models of the pad firmware on a virtual bus.
  *
- * With VELATRIX_SIMULATE=<n> in the environment at start-up the built-in
- * host driver sees n virtual pads instead of real ones; this API plugs and
- * unplugs further pads, drives their input, injects faults and looks at
- * what the host did to them. The host driver reaches the pads exactly as it
- * reaches real ones, so everything here works beside the ordinary API.
+ * With VELATRIX_SIMULATE=<n> in the environment at start-up (or after
+ * velatrix_virtual_simulate(n)) the built-in host driver sees n virtual
+ * pads instead of real ones; this API plugs and unplugs further pads,
+ * drives their input, injects faults and looks at what the host did to
+ * them. The host driver reaches the pads exactly as it reaches real ones,
+ * so everything here works beside the ordinary API.
  *
  * A pad is named by its id (1 and up, never reused). Functions return 1 for
  * success and 0 for failure, counts and sizes as stated, and on failure set
@@ -33,6 +34,13 @@ typedef int32_t velatrix_virtual_pad;
 VELATRIX_API uint32_t velatrix_virtual_model_count(void);
 /* Null for an index past the end. */
 VELATRIX_API const char* velatrix_virtual_model_name(uint32_t index);
+
+/* From the next velatrix_init on, the built-in driver lists `count` virtual
+ * pads on the virtual bus instead of real pads, exactly as
+ * VELATRIX_SIMULATE=<count> would; a negative count returns to the
+ * environment's choice. As with the variable, the first start that uses
+ * the virtual bus plugs its pads; later starts find the bus as it is. */
+VELATRIX_API void velatrix_virtual_simulate(int32_t count);
 
 /* Plugs a new pad of the named model; returns its id, or 0 with the error
  * "Unknown virtual pad model: %s". */

@@ -30,15 +30,22 @@ public:
 std::mutex selection_mutex;
 HidAccessLayer* selected = nullptr;
 std::atomic<HidAccessLayer*> injected{nullptr};
+// Set by simulate_virtual_pads; negative leaves the choice to the environment.
+std::atomic<long> simulated{-1};
 
-HidAccessLayer& layer_from_environment() {
+HidAccessLayer& simulated_layer(unsigned long count) {
+    VELATRIX_LOG_IN(kLogHost, VELATRIX_LEVEL_INFO, "Simulating %lu virtual pads", count);
+    return virtual_access_layer(static_cast<unsigned>(count));
+}
+
+HidAccessLayer& choose_layer() {
+    if (long count = simulated.load(); count >= 0) return simulated_layer(static_cast<unsigned long>(count));
     const char* simulate = std::getenv("VELATRIX_SIMULATE");
     if (simulate != nullptr && *simulate != '\0') {
         char* end = nullptr;
         unsigned long count = std::strtoul(simulate, &end, 10);
         if (end == simulate) count = 0;
-        VELATRIX_LOG_IN(kLogHost, VELATRIX_LEVEL_INFO, "Simulating %lu virtual pads", count);
-        return virtual_access_layer(static_cast<unsigned>(count));
+        return simulated_layer(count);
     }
 #if __has_include(<libudev.h>)
     return platform_access_layer();
@@ -52,16 +59,18 @@ HidAccessLayer& layer_from_environment() {
 
 void select_access_layer() {
     std::lock_guard lock(selection_mutex);
-    selected = &layer_from_environment();
+    selected = &choose_layer();
 }
 
 HidAccessLayer& access_layer() {
     if (HidAccessLayer* layer = injected.load()) return *layer;
     std::lock_guard lock(selection_mutex);
-    if (selected == nullptr) selected = &layer_from_environment();
+    if (selected == nullptr) selected = &choose_layer();
     return *selected;
 }
 
 void set_access_layer(HidAccessLayer* layer) { injected.store(layer); }
+
+void simulate_virtual_pads(long count) { simulated.store(count < 0 ? -1 : count); }
 
 }  // namespace velatrix::host

@@ -178,11 +178,17 @@ public:
 // not run yet, it runs first.
 HidAccessLayer& access_layer();
 
-// Chooses the layer from the environment: VELATRIX_SIMULATE=<n> (set,
-// non-empty) selects the virtual bus with n pads, otherwise the platform's
-// layer. Called once at driver start-up; the environment is read only here.
-// An injected layer stays in use regardless.
+// Chooses the layer: the virtual bus with n pads when simulate_virtual_pads(n)
+// asked for it, else when the environment has VELATRIX_SIMULATE=<n> (set,
+// non-empty), otherwise the platform's layer. Called once at driver
+// start-up; the environment is read only here. An injected layer stays in
+// use regardless.
 void select_access_layer();
+
+// From the next select_access_layer() on, the virtual bus with `count` pads
+// as VELATRIX_SIMULATE=<count> would choose it; a negative count returns the
+// choice to the environment. For applications that cannot set variables.
+void simulate_virtual_pads(long count);
 
 // For tests: use `layer` (owned by the caller, must outlive its use) instead
 // of the selected one; null ends the injection.

@@ -3,6 +3,7 @@
 // appeared or went.
 #include <chrono>
 #include <condition_variable>
+#include <cstdlib>
 #include <cstring>
 #include <mutex>
 
@@ -21,13 +22,22 @@ constexpr std::chrono::seconds kSettleTime{1};
 
 std::atomic<uint8_t> hotplug_thread_running{0};
 velatrix_thread hotplug_thread{};
-bool thread_started = false;  // touched only by init, thread_wait (one thread)
-std::unique_ptr<UsbWatch> watch;
+// Touched by init, destroy, thread_wait and the exit hook, which run on the
+// application's start and stop thread or at process exit, never at once.
+bool thread_started = false;
+// Owned here; deleted only once the thread using it has been joined. A raw
+// pointer rather than a static owner: exit must never delete it under a
+// thread still waiting on it.
+UsbWatch* watch = nullptr;
+// True on the hot-plug thread itself (a callback may call exit or destroy).
+thread_local bool on_hotplug_thread = false;
 
 // Held while the callback list is walked or replaced, so destroy never
 // frees the list under a dispatch. The settle wait watches it as well.
+// std::mutex needs no destruction; the condition variables are never
+// destroyed, since a thread left waiting on one would block exit for good.
 std::mutex dispatch_mutex;
-std::condition_variable stop_requested;
+std::condition_variable& stop_requested = *new std::condition_variable;
 
 // Waits out the settle time; false when the driver is stopped meanwhile.
 bool settle(std::unique_lock<std::mutex>& lock) {
@@ -52,7 +62,7 @@ void replace_callback_list() {
 
 // Set by the hot-plug thread as its very last step.
 std::mutex thread_end_mutex;
-std::condition_variable thread_end;
+std::condition_variable& thread_end = *new std::condition_variable;
 bool thread_ended = true;
 constexpr auto kThreadEndWait = std::chrono::seconds(2);
 
@@ -62,13 +72,36 @@ void mark_thread_ended() {
     thread_end.notify_all();
 }
 
+// True when the thread ended within the wait. It ends promptly unless a
+// hot-plug callback of the application keeps it busy.
+bool wait_thread_end() {
+    std::unique_lock lock(thread_end_mutex);
+    return thread_end.wait_for(lock, kThreadEndWait, [] { return thread_ended; });
+}
+
 void* run_hotplug_thread(void* argument);
 
 void join_thread() {
-    if (!thread_started) return;
-    velatrix_thread_join(hotplug_thread);
+    if (thread_started) velatrix_thread_join(hotplug_thread);
     thread_started = false;
-    watch.reset();
+    delete watch;
+    watch = nullptr;
+}
+
+// At process exit, with or without destroy before: the thread is stopped and
+// joined before static objects it might still reach are destroyed. Nothing
+// here waits for the dispatch lock, which an application callback may hold
+// indefinitely while its runtime shuts down; a missed wake-up only lets the
+// settle wait run out, and it then still sees the stop.
+void stop_at_exit() {
+    if (on_hotplug_thread || !thread_started) return;
+    hotplug_thread_running.store(0);
+    {
+        std::unique_lock lock(dispatch_mutex, std::try_to_lock);
+        stop_requested.notify_all();
+    }
+    if (watch != nullptr) watch->stop();
+    if (wait_thread_end()) join_thread();
 }
 
 }  // namespace
@@ -136,8 +169,8 @@ int32_t velatrix_real_driver_init(void) {
         hotplug_thread_running.store(1);
     }
     int error = 0;
-    watch = access_layer().watch_usb(error);
-    if (watch) {
+    watch = access_layer().watch_usb(error).release();
+    if (watch != nullptr) {
         // Whatever happened before the watch was armed is looked at once,
         // for arrivals and for departures. This runs here rather than on
         // the new thread so that it never meets an application registering
@@ -145,13 +178,17 @@ int32_t velatrix_real_driver_init(void) {
         velatrix_linux_device_added();
         velatrix_linux_device_removed();
     }
+    // Registered once the objects the thread reaches exist, so that it runs
+    // before exit destroys any of them.
+    static std::once_flag exit_hook;
+    std::call_once(exit_hook, [] { std::atexit(stop_at_exit); });
     // Without a watch the thread ends at once, silently: pads are still
     // listed and opened, only hot-plug callbacks stay quiet.
     {
         std::lock_guard lock(thread_end_mutex);
         thread_ended = false;
     }
-    thread_started = velatrix_thread_init(&hotplug_thread, run_hotplug_thread, watch.get()) == 0;
+    thread_started = velatrix_thread_init(&hotplug_thread, run_hotplug_thread, watch) == 0;
     if (!thread_started) mark_thread_ended();
     return 1;
 }
@@ -168,13 +205,12 @@ int velatrix_real_driver_destroy(velatrix_device_driver* driver) {
         velatrix_list_free(velatrix_get_device_callbacks());
         velatrix_set_device_callbacks(nullptr);
     }
-    if (watch) watch->stop();
-    // The thread is joined by thread_wait, but its last log records must be
-    // written before velatrix_destroy closes the log: wait until it is done.
-    {
-        std::unique_lock lock(thread_end_mutex);
-        thread_end.wait_for(lock, kThreadEndWait, [] { return thread_ended; });
-    }
+    if (watch != nullptr) watch->stop();
+    // Its last log records must be written before velatrix_destroy closes
+    // the log. Once it has ended it is joined at once; a thread still busy
+    // in an application callback (or destroy called from one) is left to
+    // thread_wait.
+    if (wait_thread_end() && !on_hotplug_thread) join_thread();
     return 1;
 }
 
@@ -190,6 +226,7 @@ int velatrix_real_thread_wait(void) {
 
 namespace {
 void* run_hotplug_thread(void* argument) {
+    on_hotplug_thread = true;
     velatrix_hotplug_thread(argument);
     mark_thread_ended();
     return nullptr;

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "host/hid_host.h"
 #include "virtual/virtual_api_common.h"
 
 using velatrix::virtual_pad::all_models;
@@ -65,6 +66,11 @@ int velatrix_virtual_unplug(velatrix_virtual_pad pad) {
 void velatrix_virtual_unplug_all(void) {
     VELATRIX_TRACE_FUNCTION();
     VirtualBus::instance().unplug_all();
+}
+
+void velatrix_virtual_simulate(int32_t count) {
+    VELATRIX_TRACE_FUNCTION();
+    velatrix::host::simulate_virtual_pads(count);
 }
 
 uint32_t velatrix_virtual_pad_count(void) {

@@ -11,7 +11,10 @@ constexpr std::string_view kKeyPrefix = "virtual:";
 }  // namespace
 
 VirtualBus& VirtualBus::instance() {
-    static VirtualBus bus;
+    // Never destroyed: the host's hot-plug thread and read threads may still
+    // wait on the bus while the process exits, and destroying a condition
+    // variable with a waiter blocks for good. The system reclaims it.
+    static VirtualBus& bus = *new VirtualBus;
     return bus;
 }
 

@@ -137,7 +137,8 @@ std::unique_ptr<host::UsbWatch> VirtualHidLayer::watch_usb(int& error) {
 }
 
 VirtualHidLayer& bus_hid_layer() {
-    static VirtualHidLayer layer(VirtualBus::instance());
+    // Outlives every user, like the bus it stands on.
+    static VirtualHidLayer& layer = *new VirtualHidLayer(VirtualBus::instance());
     return layer;
 }
 
