@@ -1,5 +1,7 @@
 // DeviceManager: start and stop the library, list pads, report the version,
 // and forward hot-plug events to Java.
+#include <atomic>
+
 #include "binding_cache.h"
 #include "record_codec.h"
 
@@ -10,12 +12,18 @@ using namespace velatrix::jni;
 
 namespace {
 
-// The hot-plug thread stays attached for its life; when it ends it leaves
-// the VM, which a thread must do before it exits.
+// Set while DeviceManager.destroy ends the library, and with it the hot-plug
+// thread, on a live VM.
+std::atomic<bool> destroying{false};
+
+// The hot-plug thread stays attached for its life. When DeviceManager.destroy
+// ends it, it leaves the VM on its way out. When the process exits instead,
+// the VM is gone by then and a detach would wait for it forever: the thread
+// just ends.
 struct HotplugAttachment {
     bool attached = false;
     ~HotplugAttachment() {
-        if (attached && velatrix_vm != nullptr) velatrix_vm->DetachCurrentThread();
+        if (attached && destroying.load() && velatrix_vm != nullptr) velatrix_vm->DetachCurrentThread();
     }
 };
 thread_local HotplugAttachment hotplug_attachment;
@@ -51,8 +59,9 @@ VQ_MANAGER_NATIVE(void, init) {
 
 VQ_MANAGER_NATIVE(void, destroy) {
     velatrix_unregister_hotplug_callback(velatrix_jni_device_callback);
-    velatrix_destroy();
-    if (velatrix_real_driver.thread_wait != nullptr) velatrix_real_driver.thread_wait();
+    destroying = true;
+    velatrix_destroy();  // joins the hot-plug thread
+    destroying = false;
 }
 
 VQ_MANAGER_NATIVE(jobjectArray, getAttachedDevices) {
