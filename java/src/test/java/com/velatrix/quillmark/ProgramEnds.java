@@ -3,7 +3,8 @@ package com.velatrix.quillmark;
 import com.velatrix.quillmark.virtual.VirtualPad;
 
 /**
- * A whole Java program as a user writes it: versions before anything else, then start, list,
+ * A whole Java program as a user writes it: versions before anything else (and text measuring,
+ * which fills no cache, as the very first native), then start, list,
  * open, read and close a virtual pad, and return from main. CTest runs it in a JVM of its own
  * with a time limit: the VM must end by itself, with the library's hot-plug thread still running.
  */
@@ -11,6 +12,10 @@ public final class ProgramEnds {
     private ProgramEnds() {}
 
     public static void main(String[] args) {
+        // Text measuring skips the cache fill; as the very first native it must still answer.
+        Device never = new Device("nowhere", 0, 0, null, null);
+        check(failure(() -> never.getTextWidth("x")).equals("Device doesn't appear to be open."), "measure first");
+        check(failure(() -> never.getTextHeight(null)).equals("Text can't be null."), "measure null");
         // The version natives work before init and fill no cache.
         check("2.0.98".equals(DeviceManager.getLibraryVersion()), "version " + DeviceManager.getLibraryVersion());
         check(DeviceManager.getLibraryVersionMajor() == 2 && DeviceManager.getLibraryVersionMinor() == 0
@@ -34,6 +39,15 @@ public final class ProgramEnds {
             check(reports[0] == 1, reports[0] + " reports read");
         }
         System.out.println("ProgramEnds: returning from main");
+    }
+
+    private static String failure(Runnable call) {
+        try {
+            call.run();
+        } catch (VelatrixException e) {
+            return e.getMessage();
+        }
+        return "no exception";
     }
 
     private static void check(boolean condition, String what) {
