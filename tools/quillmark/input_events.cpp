@@ -45,6 +45,8 @@ uint32_t received = 0;
 
 int on_input(velatrix_device*, const velatrix_input_report* record, int type, const uint8_t*, uint32_t) {
     ++received;
+    // Reports that came in the same read after the handler stopped are not its.
+    if (stop_requested) return 0;
     if (current_handler != nullptr && !(*current_handler)(*record, type)) stop_requested = true;
     return 0;
 }

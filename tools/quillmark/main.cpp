@@ -83,6 +83,9 @@ int main(int argc, char** argv) {
     app.add_option("--display-out", global.display_out,
                    "With --virtual: write what the virtual display shows into FILE.png when the command ends")
         ->type_name("FILE.png");
+    app.add_option("--fail-transfer", global.fail_transfer,
+                   "With --virtual: the virtual pad fails its Nth transfer after the pad is opened (1: the next)")
+        ->type_name("N");
 
     std::function<int()> action;
 
@@ -176,6 +179,11 @@ int main(int argc, char** argv) {
     } catch (const CLI::CallForVersion& e) {
         return app.exit(e);
     } catch (const CLI::ParseError& e) {
+        // A word that names no command reads better as just that.
+        const auto left = app.remaining();
+        if (app.get_subcommands().empty() && !left.empty() && left.front().rfind("-", 0) != 0) {
+            return usage_error(app, "unknown command '" + left.front() + "'");
+        }
         return usage_error(app, e.what());
     }
     global.use_virtual = virtual_option->count() > 0;

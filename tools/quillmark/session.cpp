@@ -1,6 +1,7 @@
 #include "session.h"
 
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <string_view>
@@ -60,6 +61,7 @@ uint8_t transfer_depth(uint8_t color_depth) {
 Session::Session(const GlobalOptions& options) : options_(options) {
     if (!options_.use_virtual && !options_.play.empty()) throw UsageError("--play needs --virtual");
     if (!options_.use_virtual && !options_.display_out.empty()) throw UsageError("--display-out needs --virtual");
+    if (!options_.use_virtual && options_.fail_transfer != 0) throw UsageError("--fail-transfer needs --virtual");
     if (!options_.trace_file.empty()) {
         // The library writes its trace into the log directory under the
         // trace file name; both are read once, at start-up.
@@ -83,7 +85,11 @@ Session::Session(const GlobalOptions& options) : options_(options) {
 
 Session::~Session() {
     if (device_ != nullptr) {
-        write_display_out();
+        try {
+            write_display_out();
+        } catch (const Refused& e) {
+            std::fprintf(stderr, "quillmark: %s\n", e.what());
+        }
         if (device_->open) velatrix_close_device(device_);
         velatrix_free_device_list(device_);
     }
@@ -121,6 +127,7 @@ velatrix_device* Session::open() {
     chosen->next = nullptr;
     if (velatrix_open_device(chosen) != 1) refuse("cannot open the pad");
     device_ = chosen;
+    if (options_.fail_transfer != 0) velatrix_virtual_fail_transfer(pad_, options_.fail_transfer);
     return device_;
 }
 

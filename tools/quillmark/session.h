@@ -19,6 +19,7 @@ struct GlobalOptions {
     std::string trace_file;      // --trace FILE.pcap
     std::vector<std::string> play;  // --play SPEC: input the virtual pad sends
     std::string display_out;     // --display-out FILE.png: the virtual display at the end
+    uint32_t fail_transfer = 0;  // --fail-transfer N: the virtual pad fails its Nth transfer after opening
 };
 
 // The pad refused or is missing: exit status 1, the message on stderr.
