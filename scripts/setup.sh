@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build and the tests need, once; then
-# configures and builds the given CMake preset (default: "default").
+# configures the given CMake preset (default: "default") and builds the
+# targets named after it, or everything when none is named.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -20,5 +21,10 @@ if ((${#missing[@]})); then
 fi
 
 preset="${1:-default}"
+shift || true
 cmake --preset "$preset" >/dev/null
-cmake --build --preset "$preset" -j "$(nproc)"
+if (($#)); then
+  cmake --build --preset "$preset" -j "$(nproc)" --target "$@"
+else
+  cmake --build --preset "$preset" -j "$(nproc)"
+fi

@@ -2,6 +2,7 @@
 // thread until the command has what it needs, a timeout or Ctrl-C.
 #include <csignal>
 #include <cstdlib>
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <functional>
@@ -169,20 +170,20 @@ void print_event(const Event& event, double seconds, bool json) {
     std::fflush(stdout);
 }
 
+// The prompt goes into a strip at the top; the rest of the display keeps
+// what the pad draws itself (its regions, the OK button among them).
 void draw_prompt(velatrix_device* device, const std::string& prompt) {
-    const int w = device->display_info.width, h = device->display_info.height;
-    Canvas canvas(w, h);
-    velatrix_bitmap& b = canvas.bitmap;
-    velatrix_draw_rectangle(&b, 0, 0, w - 1, h - 1, 0x000000FF);
+    constexpr int kStripHeight = 32;
+    const int w = device->display_info.width;
+    Canvas canvas(w, std::min<int>(kStripHeight, device->display_info.height));
     int32_t count = 0;
     int32_t* text = parse_string_encoding(prompt.c_str(), static_cast<int32_t>(prompt.size()), "UTF-8", &count);
-    if (text != nullptr) {
-        enhanced_draw_string_aligned(&b, &ubuntu_mono_e_16pt, text, 0, 4, w - 1, 40, 1, 0, 0x000000FF);
-        std::free(text);
-    }
-    const int line_y = h * 3 / 4;
-    velatrix_draw_line(&b, w / 10, line_y, w * 9 / 10, line_y, 0x000000FF);
-    if (velatrix_transfer_bitmap_to_device(device, &b, 0, 0, transfer_depth(device->display_info.color_depth)) != 1) {
+    if (text == nullptr) throw UsageError("--prompt: not valid UTF-8");
+    enhanced_draw_string_aligned(&canvas.bitmap, &ubuntu_mono_e_16pt, text, 0, 4, w - 1, kStripHeight - 1, 1, 0,
+                                 0x000000FF);
+    std::free(text);
+    if (velatrix_transfer_bitmap_to_device(device, &canvas.bitmap, 0, 0,
+                                           transfer_depth(device->display_info.color_depth)) != 1) {
         refuse("drawing the prompt failed");
     }
 }
