@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 
 packages=(g++ cmake pkg-config libgtest-dev libgmock-dev libbenchmark-dev libicu-dev libssl-dev
           libudev-dev libfreetype-dev openjdk-17-jdk-headless junit5 libcli11-dev libpng-dev help2man
-          python3)
+          python3 dpkg-dev)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -130,7 +130,7 @@ def check_events_json(out):
         {"event": "CARD_SWIPE", "track1": "%B4000^DOE/J^27", "track2": ";4000=27", "track3": ""},
         {"event": "ADC_SCAN", "flag_a": 1, "flag_b": 1, "value1": 1, "value2": 2, "value3": 3, "value4": 4},
         {"event": "ADC_CHANNEL", "channel": 2, "value1": 5, "value2": 6, "value3": 7, "value4": 8},
-        {"event": "DEBUG", "tip": 1, "in_range": 1, "values": "1,2,3,4,5,6,7,8,9", "last": 1},
+        {"event": "DEBUG", "tip": 1, "in_range": 1, "values": [1, 2, 3, 4, 5, 6, 7, 8, 9], "last": 1},
         {"event": "BUTTON_DOWN", "x": 264, "y": 219, "region": 3, "caption": "OK"},
         {"event": "BUTTON_PRESS", "x": 264, "y": 219, "region": 3, "caption": "OK"},
     ], events

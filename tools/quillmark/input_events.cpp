@@ -75,7 +75,7 @@ void read_input(Session& session, velatrix_device* device, double timeout, Handl
     current_handler = nullptr;
 }
 
-using Value = std::variant<int64_t, std::string>;
+using Value = std::variant<int64_t, std::string, std::vector<int64_t>>;
 struct Event {
     const char* name;
     std::vector<std::pair<const char*, Value>> fields;
@@ -133,16 +133,25 @@ Event describe(const velatrix_input_report& r, int type) {
         case VELATRIX_INPUT_DEBUG_COORDINATE: {
             const auto& d = r.data.debug_coordinate;
             return {"DEBUG", {{"tip", d.tip_switch ? 1 : 0}, {"in_range", d.in_range ? 1 : 0},
-                              {"values", std::to_string(d.value1) + "," + std::to_string(d.value2) + "," +
-                                             std::to_string(d.value3) + "," + std::to_string(d.value4) + "," +
-                                             std::to_string(d.value5) + "," + std::to_string(d.value6) + "," +
-                                             std::to_string(d.value7) + "," + std::to_string(d.value8) + "," +
-                                             std::to_string(d.value9)},
+                              {"values", std::vector<int64_t>{d.value1, d.value2, d.value3, d.value4, d.value5, d.value6,
+                                                              d.value7, d.value8, d.value9}},
                               {"last", d.last}}};
         }
         default:
             return {"UNKNOWN", {{"type", type}}};
     }
+}
+
+// JSON: a number, a string, or an array of numbers; text: the same without
+// the brackets, numbers of an array joined by commas.
+std::string format_value(const Value& value, bool json) {
+    if (const auto* number = std::get_if<int64_t>(&value)) return std::to_string(*number);
+    if (const auto* text = std::get_if<std::string>(&value)) return json ? json_string(*text) : "\"" + *text + "\"";
+    std::string joined;
+    for (const int64_t number : std::get<std::vector<int64_t>>(value)) {
+        joined += (joined.empty() ? "" : json ? ", " : ",") + std::to_string(number);
+    }
+    return json ? "[" + joined + "]" : joined;
 }
 
 void print_event(const Event& event, double seconds, bool json) {
@@ -151,20 +160,12 @@ void print_event(const Event& event, double seconds, bool json) {
     if (json) {
         std::snprintf(time, sizeof time, "%.3f", seconds);
         line = std::string("{\"time\": ") + time + ", \"event\": " + json_string(event.name);
-        for (const auto& [key, value] : event.fields) {
-            line += std::string(", \"") + key + "\": ";
-            line += std::holds_alternative<int64_t>(value) ? std::to_string(std::get<int64_t>(value))
-                                                            : json_string(std::get<std::string>(value));
-        }
+        for (const auto& [key, value] : event.fields) line += std::string(", \"") + key + "\": " + format_value(value, true);
         line += "}";
     } else {
         std::snprintf(time, sizeof time, "%+9.3fs  %-13s", seconds, event.name);
         line = time;
-        for (const auto& [key, value] : event.fields) {
-            line += std::string(" ") + key + " ";
-            line += std::holds_alternative<int64_t>(value) ? std::to_string(std::get<int64_t>(value))
-                                                            : "\"" + std::get<std::string>(value) + "\"";
-        }
+        for (const auto& [key, value] : event.fields) line += std::string(" ") + key + " " + format_value(value, false);
     }
     std::printf("%s\n", line.c_str());
     std::fflush(stdout);
