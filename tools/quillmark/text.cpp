@@ -38,16 +38,43 @@ uint16_t parse_u16(std::string_view text, std::string_view context) {
     return static_cast<uint16_t>(value);
 }
 
+namespace {
+
+// Length of the well-formed UTF-8 sequence at text[at], 0 when there is none.
+size_t utf8_length(std::string_view text, size_t at) {
+    const auto byte = [&](size_t i) { return static_cast<unsigned char>(text[at + i]); };
+    const unsigned char lead = byte(0);
+    const size_t length = lead >= 0xF0 && lead <= 0xF4 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC2 && lead <= 0xDF ? 2 : 0;
+    if (length == 0 || at + length > text.size()) return 0;
+    for (size_t i = 1; i < length; ++i) {
+        if ((byte(i) & 0xC0) != 0x80) return 0;
+    }
+    const unsigned char second = byte(1);
+    if ((lead == 0xE0 && second < 0xA0) || (lead == 0xED && second > 0x9F) || (lead == 0xF0 && second < 0x90) ||
+        (lead == 0xF4 && second > 0x8F)) {
+        return 0;  // overlong, surrogate or beyond U+10FFFF
+    }
+    return length;
+}
+
+}  // namespace
+
 std::string json_string(std::string_view text) {
     std::string out = "\"";
-    for (const char c : text) {
+    for (size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
         const auto byte = static_cast<unsigned char>(c);
         if (c == '"' || c == '\\') {
             out += '\\';
             out += c;
+        } else if (byte >= 0x80 && utf8_length(text, i) != 0) {
+            const size_t length = utf8_length(text, i);
+            out.append(text.substr(i, length));
+            i += length - 1;
         } else if (byte < 0x20 || byte >= 0x80) {
-            // Pad bytes are not UTF-8 text: each byte above 0x7f is taken
-            // as the code point of that value, so the JSON stays valid.
+            // A pad's bytes need not be UTF-8: a byte that starts no valid
+            // sequence is taken as the code point of its value, so the
+            // JSON stays valid.
             char escaped[8];
             std::snprintf(escaped, sizeof escaped, "\\u%04x", byte);
             out += escaped;
