@@ -1,11 +1,13 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build and the tests need, once; then
-# configures and builds the given CMake preset (default: "default").
+# configures the given CMake preset (default: "default") and builds the
+# targets named after it, or everything when none is named.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 packages=(g++ cmake pkg-config libgtest-dev libgmock-dev libbenchmark-dev libicu-dev libssl-dev
-          libudev-dev libfreetype-dev openjdk-17-jdk-headless junit5)
+          libudev-dev libfreetype-dev openjdk-17-jdk-headless junit5 libcli11-dev libpng-dev help2man
+          python3 dpkg-dev)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
@@ -19,5 +21,10 @@ if ((${#missing[@]})); then
 fi
 
 preset="${1:-default}"
+shift || true
 cmake --preset "$preset" >/dev/null
-cmake --build --preset "$preset" -j "$(nproc)"
+if (($#)); then
+  cmake --build --preset "$preset" -j "$(nproc)" --target "$@"
+else
+  cmake --build --preset "$preset" -j "$(nproc)"
+fi

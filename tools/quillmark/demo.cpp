@@ -124,12 +124,6 @@ void render_signature(Canvas& canvas, const Capture& captured) {
     }
 }
 
-uint8_t transfer_depth(uint8_t color_depth) {
-    if (color_depth <= 1) return 1;
-    if (color_depth < 24) return 4;
-    return 24;
-}
-
 }  // namespace
 
 int run_demo(const std::string& out_dir) {
