@@ -8,6 +8,10 @@ cd "$(dirname "$0")/.."
 packages=(g++ cmake pkg-config libgtest-dev libgmock-dev libbenchmark-dev libicu-dev libssl-dev
           libudev-dev libfreetype-dev openjdk-17-jdk-headless junit5 libcli11-dev libpng-dev help2man
           python3 dpkg-dev)
+# Needed only by the tests, so a build of named targets (the demo's) skips them.
+test_packages=(tshark)
+preset="${1:-default}"
+(($# > 1)) || packages+=("${test_packages[@]}")
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
@@ -20,7 +24,6 @@ if ((${#missing[@]})); then
   DEBIAN_FRONTEND=noninteractive $sudo_cmd apt-get install -y -qq "${missing[@]}" >/dev/null
 fi
 
-preset="${1:-default}"
 shift || true
 cmake --preset "$preset" >/dev/null
 if (($#)); then
