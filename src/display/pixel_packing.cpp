@@ -1,0 +1,255 @@
+// Column packing that walks the bitmap's rows directly. A chunk is packed
+// column by column, but the bitmap is stored row by row: each block of
+// eight rows is first reduced row by row to one byte per pixel (dark flag
+// or grey level, loops the compiler vectorises), then turned into column
+// order eight columns at a time with word-wide shifts. The results are
+// bit for bit those of packing every pixel read through velatrix_get_pixel.
+#include "display/pixel_packing.h"
+
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
+namespace velatrix::display {
+namespace {
+
+// Row kernels get a vector version where the processor has one; the plain
+// version gives the same bytes. (A size_t index lets the compiler see that
+// 3 * i cannot wrap, which it needs to vectorise.)
+#if defined(__GNUC__) && !defined(__clang__) && defined(__x86_64__) && defined(__linux__)
+#define VELATRIX_ROW_KERNEL __attribute__((target_clones("avx2", "default"), optimize("tree-vectorize")))
+#else
+#define VELATRIX_ROW_KERNEL
+#endif
+
+// Columns reduced per pass: eight rows of them fit in a few cache lines.
+constexpr uint32_t kBlock = 64;
+
+// A pixel is dark when the integer mean of its channels is below 128.
+VELATRIX_ROW_KERNEL void dark_flags(const uint8_t* __restrict bgr, uint32_t count, uint8_t* __restrict out) {
+    for (size_t i = 0; i < count; ++i) {
+        out[i] = (static_cast<uint32_t>(bgr[3 * i]) + bgr[3 * i + 1] + bgr[3 * i + 2]) < 3 * 128 ? 1 : 0;
+    }
+}
+
+// round(sum / 3 / 255 * 15) = round(sum / 51); sum / 51 never ends in .5,
+// so rounding half up in integers gives the same level.
+VELATRIX_ROW_KERNEL void grey_levels(const uint8_t* __restrict bgr, uint32_t count, uint8_t* __restrict out) {
+    for (size_t i = 0; i < count; ++i) {
+        const uint32_t sum = static_cast<uint32_t>(bgr[3 * i]) + bgr[3 * i + 1] + bgr[3 * i + 2];
+        out[i] = static_cast<uint8_t>((2 * sum + 51) / 102);
+    }
+}
+
+uint64_t load64(const uint8_t* at) {
+    uint64_t value;
+    std::memcpy(&value, at, sizeof value);
+    return value;
+}
+
+struct Block {
+    const velatrix_bitmap* bitmap;
+    uint32_t x, y, width, height;
+    uint32_t chunk_width;
+    uint8_t* const* data;
+    size_t capacity;
+
+    // Display row y + i, starting at column x + column.
+    const uint8_t* row(uint32_t i, uint32_t column) const {
+        const int64_t memory_row = static_cast<int64_t>(bitmap->height) - 1 - (y + i);
+        return bitmap->pixels + memory_row * bitmap->stride + 3 * static_cast<int64_t>(x + column);
+    }
+
+    // The chunk holding a column, and the column's place within it.
+    uint8_t* chunk_of(uint32_t column) const { return data[column / chunk_width]; }
+    uint64_t local(uint32_t column) const { return column % chunk_width; }
+
+    static void or_byte(uint8_t* chunk, size_t index, size_t capacity, uint8_t value) {
+        if (index < capacity) chunk[index] |= value;
+    }
+};
+
+using RowKernel = void (*)(const uint8_t*, uint32_t, uint8_t*);
+
+// Reduces rows [i0, i0 + 8) of columns [j0, j0 + count) with `kernel`;
+// rows past the block's end read as zero.
+void reduce_rows(const Block& block, RowKernel kernel, uint32_t i0, uint32_t j0, uint32_t count,
+                 uint8_t (&values)[8][kBlock]) {
+    for (uint32_t k = 0; k < 8; ++k) {
+        if (i0 + k < block.height) {
+            kernel(block.row(i0 + k, j0), count, values[k]);
+        } else {
+            std::memset(values[k], 0, sizeof values[k]);
+        }
+    }
+}
+
+// 1 bit per pixel, first pixel in bit 7. For eight columns at once, row k's
+// flags shifted left by 7 - k and or-ed together leave in byte t the eight
+// bits of column t, which start at bit (column * height + i0) of the data.
+void pack_mono(const Block& block) {
+    uint8_t flags[8][kBlock] = {};
+    for (uint32_t j0 = 0; j0 < block.width; j0 += kBlock) {
+        const uint32_t count = std::min(kBlock, block.width - j0);
+        for (uint32_t i0 = 0; i0 < block.height; i0 += 8) {
+            reduce_rows(block, dark_flags, i0, j0, count, flags);
+            for (uint32_t j = 0; j < count; j += 8) {
+                uint64_t columns = 0;
+                for (uint32_t k = 0; k < 8; ++k) columns |= load64(flags[k] + j) << (7 - k);
+                for (uint32_t t = 0; t < 8 && j + t < count; ++t) {
+                    const auto bits = static_cast<uint8_t>(columns >> (8 * t));
+                    uint8_t* chunk = block.chunk_of(j0 + j + t);
+                    const uint64_t offset = block.local(j0 + j + t) * block.height + i0;
+                    const unsigned shift = offset % 8;
+                    Block::or_byte(chunk, offset / 8, block.capacity, static_cast<uint8_t>(bits >> shift));
+                    if (shift != 0) {
+                        Block::or_byte(chunk, offset / 8 + 1, block.capacity, static_cast<uint8_t>(bits << (8 - shift)));
+                    }
+                }
+            }
+        }
+    }
+}
+
+// 4 bits per pixel, first pixel in the low nibble. Rows 2m and 2m + 1 make
+// the byte of pair m; four pairs of one column are four consecutive bytes
+// when the column starts on a byte, gathered here for eight columns with
+// 16- and 32-bit lane shuffles of plain 64-bit words.
+void pack_grey(const Block& block) {
+    uint8_t levels[8][kBlock] = {};
+    constexpr uint64_t kEvenBytes = 0x00FF00FF00FF00FFull;
+    constexpr uint64_t kEvenHalves = 0x0000FFFF0000FFFFull;
+    for (uint32_t j0 = 0; j0 < block.width; j0 += kBlock) {
+        const uint32_t count = std::min(kBlock, block.width - j0);
+        for (uint32_t i0 = 0; i0 < block.height; i0 += 8) {
+            reduce_rows(block, grey_levels, i0, j0, count, levels);
+            for (uint32_t j = 0; j < count; j += 8) {
+                uint64_t pairs[4];
+                for (uint32_t m = 0; m < 4; ++m) pairs[m] = load64(levels[2 * m] + j) | load64(levels[2 * m + 1] + j) << 4;
+                // 16-bit lanes: pair 0 and pair 1 of even columns, then of odd ones.
+                const uint64_t even01 = (pairs[0] & kEvenBytes) | (pairs[1] & kEvenBytes) << 8;
+                const uint64_t odd01 = (pairs[0] >> 8 & kEvenBytes) | (pairs[1] & ~kEvenBytes);
+                const uint64_t even23 = (pairs[2] & kEvenBytes) | (pairs[3] & kEvenBytes) << 8;
+                const uint64_t odd23 = (pairs[2] >> 8 & kEvenBytes) | (pairs[3] & ~kEvenBytes);
+                // 32-bit lanes: the four pair bytes of one column.
+                const uint64_t words[4] = {
+                    (even01 & kEvenHalves) | (even23 & kEvenHalves) << 16,          // columns 0, 4
+                    (odd01 & kEvenHalves) | (odd23 & kEvenHalves) << 16,            // columns 1, 5
+                    (even01 >> 16 & kEvenHalves) | (even23 & ~kEvenHalves),         // columns 2, 6
+                    (odd01 >> 16 & kEvenHalves) | (odd23 & ~kEvenHalves),           // columns 3, 7
+                };
+                for (uint32_t t = 0; t < 8 && j + t < count; ++t) {
+                    const uint32_t word = static_cast<uint32_t>(words[t % 4] >> (t < 4 ? 0 : 32));
+                    uint8_t* chunk = block.chunk_of(j0 + j + t);
+                    const uint64_t offset = block.local(j0 + j + t) * block.height + i0;  // in nibbles
+                    const size_t at = offset / 2;
+                    if (offset % 2 == 0 && at + 4 <= block.capacity) {
+                        uint32_t merged;
+                        std::memcpy(&merged, chunk + at, 4);
+                        merged |= word;
+                        std::memcpy(chunk + at, &merged, 4);
+                        continue;
+                    }
+                    // An odd start: each level moves one nibble up.
+                    const bool odd = offset % 2 != 0;
+                    for (uint32_t b = 0; b < 4; ++b) {
+                        const auto byte = static_cast<uint8_t>(word >> (8 * b));
+                        if (!odd) {
+                            Block::or_byte(chunk, at + b, block.capacity, byte);
+                        } else {
+                            Block::or_byte(chunk, at + b, block.capacity, static_cast<uint8_t>(byte << 4));
+                            Block::or_byte(chunk, at + b + 1, block.capacity, static_cast<uint8_t>(byte >> 4));
+                        }
+                    }
+                }
+            }
+        }
+    }
+}
+
+// 24 bits per pixel, red, green, blue. The rows are walked in memory
+// order across all the chunks (a column walk would touch a new page at
+// every pixel). Each pixel is one 4-byte load of blue, green, red and the
+// next byte, and one 4-byte store of red, green, blue and a zero that the
+// pixel below overwrites later. The bitmap's last column (no next byte
+// where the buffer may end) and the last row are copied bytewise.
+void pack_colour_chunk(const Block& block, uint32_t first, uint32_t width, uint8_t* out) {
+    // More pixels than fit: what fits goes, the last one perhaps in part.
+    std::memset(out, 0, block.capacity);
+    uint64_t n = 0;
+    for (uint32_t j = first; j < first + width; ++j) {
+        for (uint32_t i = 0; i < block.height; ++i, ++n) {
+            const uint8_t* p = block.row(i, j);
+            for (uint32_t c = 0; c < 3; ++c) {
+                if (n * 3 + c < block.capacity) out[n * 3 + c] = p[2 - c];
+            }
+        }
+    }
+}
+
+void pack_colour(const Block& block) {
+    const uint32_t chunks = (block.width + block.chunk_width - 1) / block.chunk_width;
+    if (uint64_t{block.chunk_width} * block.height * 3 > block.capacity) {
+        for (uint32_t k = 0; k < chunks; ++k) {
+            pack_colour_chunk(block, k * block.chunk_width, std::min(block.chunk_width, block.width - k * block.chunk_width),
+                              block.data[k]);
+        }
+        return;
+    }
+    const bool last_column = block.x + block.width == static_cast<uint32_t>(block.bitmap->width);
+    const uint32_t fast_columns = last_column ? block.width - 1 : block.width;
+    const size_t column_bytes = size_t{block.height} * 3;
+    // Where each column's packed pixels start.
+    std::vector<uint8_t*> columns(block.width);
+    for (uint32_t j = 0; j < block.width; ++j) columns[j] = block.chunk_of(j) + block.local(j) * column_bytes;
+    for (uint32_t i = 0; i < block.height; ++i) {
+        const uint8_t* p = block.row(i, 0);
+        const size_t at = size_t{i} * 3;
+        // The zero after a column's last pixel would land on the next column's first.
+        const uint32_t fast_end = i + 1 < block.height ? fast_columns : 0;
+        uint32_t j = 0;
+        for (; j < fast_end; ++j, p += 3) {
+            uint32_t pixel;
+            std::memcpy(&pixel, p, 4);
+            pixel = __builtin_bswap32(pixel) >> 8;
+            std::memcpy(columns[j] + at, &pixel, 4);
+        }
+        for (; j < block.width; ++j, p += 3) {
+            uint8_t* out = columns[j] + at;
+            out[0] = p[2];
+            out[1] = p[1];
+            out[2] = p[0];
+        }
+    }
+    for (uint32_t k = 0; k < chunks; ++k) {
+        const uint32_t width = std::min(block.chunk_width, block.width - k * block.chunk_width);
+        const size_t used = size_t{width} * column_bytes;
+        std::memset(block.data[k] + used, 0, block.capacity - used);
+    }
+}
+
+}  // namespace
+
+void pack_chunk_pixels(const velatrix_bitmap* bitmap, uint32_t x, uint32_t y, uint32_t width, uint32_t height,
+                       uint8_t bits_per_pixel, uint32_t chunk_width, uint8_t* const* data, size_t capacity) {
+    const Block block{bitmap, x, y, width, height, chunk_width, data, capacity};
+    const uint32_t chunks = (width + chunk_width - 1) / chunk_width;
+    switch (bits_per_pixel) {
+        case 1:
+            for (uint32_t k = 0; k < chunks; ++k) std::memset(data[k], 0, capacity);
+            pack_mono(block);
+            break;
+        case 4:
+        case 8:
+            // 8 bits per pixel is packed as 4-bit levels although the header
+            // says 8: the pad's firmware expects exactly this.
+            for (uint32_t k = 0; k < chunks; ++k) std::memset(data[k], 0, capacity);
+            pack_grey(block);
+            break;
+        default:
+            pack_colour(block);
+            break;
+    }
+}
+
+}  // namespace velatrix::display
