@@ -95,7 +95,7 @@ void velatrix_bitmap_clear(velatrix_bitmap* bitmap, uint32_t color) {
     VELATRIX_TRACE_FUNCTION();
     if (!usable_bitmap(bitmap)) return;
     const SpanPainter painter(bitmap, color, int64_t{bitmap->width} * bitmap->height);
-    for (int64_t y = 0; y < bitmap->height; ++y) painter.span(0, int64_t{bitmap->width} - 1, y);
+    painter.block(0, int64_t{bitmap->width} - 1, 0, int64_t{bitmap->height} - 1);
 }
 
 void velatrix_bitmap_copy(const velatrix_bitmap* source, velatrix_bitmap* destination, int32_t sx, int32_t sy,

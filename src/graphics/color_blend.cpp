@@ -3,6 +3,8 @@
 // truncated: those choices decide the last bit of every blended pixel.
 #include "velatrix/bitmap.h"
 
+#include "graphics/spans.h"
+
 namespace {
 
 float unit(uint32_t byte) { return static_cast<float>(byte / 255.0); }
@@ -27,3 +29,26 @@ extern "C" uint32_t velatrix_color_blend(uint32_t source, uint32_t destination) 
     }
     return result;
 }
+
+namespace velatrix::graphics {
+
+// The same arithmetic as above, in the same order, with the destination
+// alpha 1: the source's term is the same for every destination value and
+// the destination's term the same for every channel.
+void blend_over_opaque(uint32_t source, std::array<std::array<uint8_t, 256>, 3>& tables) {
+    const float source_alpha = unit(channel(source, 0));
+    const float destination_alpha = unit(0xFF);
+    const bool unchanged = source_alpha < 0.000001;
+    const float out_alpha = 1.0f - (1.0f - source_alpha) * (1.0f - destination_alpha);
+    float source_term[3];
+    for (int c = 0; c < 3; ++c) source_term[c] = unit(channel(source, 8 * (c + 1))) * source_alpha / out_alpha;
+    for (uint32_t d = 0; d < 256; ++d) {
+        const float destination_term = unit(d) * destination_alpha * (1.0f - source_alpha) / out_alpha;
+        for (int c = 0; c < 3; ++c) {
+            const float value = (source_term[c] + destination_term) * 255.0f;
+            tables[c][d] = unchanged ? static_cast<uint8_t>(d) : static_cast<uint8_t>(static_cast<int32_t>(value));
+        }
+    }
+}
+
+}  // namespace velatrix::graphics

@@ -19,7 +19,7 @@ namespace {
 void fill_block(velatrix_bitmap* bitmap, int64_t x_from, int64_t x_to, int64_t y_from, int64_t y_to, uint32_t color) {
     if (!clip_range(x_from, x_to, bitmap->width) || !clip_range(y_from, y_to, bitmap->height)) return;
     const SpanPainter painter(bitmap, color, (x_to - x_from + 1) * (y_to - y_from + 1));
-    for (int64_t y = y_from; y <= y_to; ++y) painter.span(x_from, x_to, y);
+    painter.block(x_from, x_to, y_from, y_to);
 }
 
 }  // namespace

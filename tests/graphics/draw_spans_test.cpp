@@ -8,6 +8,7 @@
 #include <random>
 
 #include "draw_canvas.h"
+#include "graphics/spans.h"
 #include "velatrix/bitmap.h"
 
 namespace velatrix::testing {
@@ -63,17 +64,38 @@ TEST(DrawSpans, EveryFillMatchesThePixelWalk) {
     const uint32_t kAlphas[] = {0xFF, 0x80, 0x00, 0x01, 0xFE};
     for (const auto& fill : kFills) {
         for (int trial = 0; trial < 60; ++trial) {
-            Canvas fast(37, 29), reference(37, 29);
+            // Narrow and wide bitmaps: long spans take the aligned stores.
+            const int width = trial % 2 == 0 ? 37 : 301, height = 29;
+            Canvas fast(width, height), reference(width, height);
             for (int32_t i = 0; i < fast.bitmap.image_size; ++i) {
                 fast.bitmap.pixels[i] = reference.bitmap.pixels[i] = static_cast<uint8_t>(random());
             }
-            auto coordinate = [&] { return static_cast<int32_t>(random() % 70) - 20; };
-            const Shape shape{coordinate(), coordinate(), coordinate() + 20, coordinate() + 20};
+            auto x = [&] { return static_cast<int32_t>(random() % (width + 40)) - 20; };
+            auto y = [&] { return static_cast<int32_t>(random() % (height + 40)) - 20; };
+            const Shape shape{x(), y(), x() + 20, y() + 20};
             const uint32_t color = (static_cast<uint32_t>(random()) & 0xFFFFFF00u) | kAlphas[trial % 5];
             fill.fast(fast.get(), shape, color);
             fill.reference(reference.get(), shape, color);
             ASSERT_EQ(fast.buffer, reference.buffer) << fill.name << " " << shape.a << "," << shape.b << " " << shape.c
                                                      << "," << shape.d << " colour " << std::hex << color;
+        }
+    }
+}
+
+// The translucent spans' tables against the blend itself: every alpha,
+// every destination value, colours with every channel value somewhere.
+TEST(DrawSpans, BlendTablesEqualTheBlendForEveryAlphaAndDestination) {
+    for (uint32_t alpha = 0; alpha < 255; ++alpha) {  // opaque colours are written, never looked up
+        for (uint32_t rgb : {0x000000u, 0xFFFFFFu, 0x30C060u, 0x01FE7Fu, (alpha * 0x010203u) & 0xFFFFFFu}) {
+            const uint32_t source = rgb << 8 | alpha;
+            std::array<std::array<uint8_t, 256>, 3> tables;
+            graphics::blend_over_opaque(source, tables);
+            for (uint32_t d = 0; d < 256; ++d) {
+                const uint32_t expected = velatrix_color_blend(source, d * 0x01010100u | 0xFF);
+                const uint32_t got = uint32_t{tables[2][d]} << 24 | uint32_t{tables[1][d]} << 16 |
+                                     uint32_t{tables[0][d]} << 8 | 0xFF;
+                ASSERT_EQ(got, expected) << std::hex << "source " << source << " destination " << d;
+            }
         }
     }
 }
