@@ -10,6 +10,10 @@
 #include <cstring>
 #include <vector>
 
+#if defined(__GNUC__) && defined(__x86_64__)
+#include <immintrin.h>
+#endif
+
 namespace velatrix::display {
 namespace {
 
@@ -69,6 +73,22 @@ struct Block {
     }
 };
 
+// For the columns [j0, j0 + count) of a pass: each one's chunk and the
+// index of its first pixel there (pixels run down the columns), worked out
+// once per pass rather than with two divisions per column and row block.
+template <uint32_t kColumns>
+struct ColumnMap {
+    uint8_t* chunk[kColumns];
+    uint64_t first[kColumns];
+
+    void fill(const Block& block, uint32_t j0, uint32_t count) {
+        for (uint32_t j = 0; j < count; ++j) {
+            chunk[j] = block.chunk_of(j0 + j);
+            first[j] = block.local(j0 + j) * block.height;
+        }
+    }
+};
+
 using RowKernel = void (*)(const uint8_t*, uint32_t, uint8_t*);
 
 // Reduces rows [i0, i0 + 8) of columns [j0, j0 + count) with `kernel`;
@@ -84,32 +104,112 @@ void reduce_rows(const Block& block, RowKernel kernel, uint32_t i0, uint32_t j0,
     }
 }
 
+// Ors eight bits, pixels [offset, offset + 8) of a column, into its chunk.
+inline void place_mono_byte(const Block& block, uint8_t* chunk, uint64_t offset, uint8_t bits) {
+    const unsigned shift = offset % 8;
+    Block::or_byte(chunk, offset / 8, block.capacity, static_cast<uint8_t>(bits >> shift));
+    if (shift != 0) Block::or_byte(chunk, offset / 8 + 1, block.capacity, static_cast<uint8_t>(bits << (8 - shift)));
+}
+
 // 1 bit per pixel, first pixel in bit 7. For eight columns at once, row k's
 // flags shifted left by 7 - k and or-ed together leave in byte t the eight
 // bits of column t, which start at bit (column * height + i0) of the data.
 void pack_mono(const Block& block) {
     uint8_t flags[8][kBlock] = {};
+    ColumnMap<kBlock> columns_of;
     for (uint32_t j0 = 0; j0 < block.width; j0 += kBlock) {
         const uint32_t count = std::min(kBlock, block.width - j0);
+        columns_of.fill(block, j0, count);
         for (uint32_t i0 = 0; i0 < block.height; i0 += 8) {
             reduce_rows(block, dark_flags, i0, j0, count, flags);
             for (uint32_t j = 0; j < count; j += 8) {
                 uint64_t columns = 0;
                 for (uint32_t k = 0; k < 8; ++k) columns |= load64(flags[k] + j) << (7 - k);
                 for (uint32_t t = 0; t < 8 && j + t < count; ++t) {
-                    const auto bits = static_cast<uint8_t>(columns >> (8 * t));
-                    uint8_t* chunk = block.chunk_of(j0 + j + t);
-                    const uint64_t offset = block.local(j0 + j + t) * block.height + i0;
-                    const unsigned shift = offset % 8;
-                    Block::or_byte(chunk, offset / 8, block.capacity, static_cast<uint8_t>(bits >> shift));
-                    if (shift != 0) {
-                        Block::or_byte(chunk, offset / 8 + 1, block.capacity, static_cast<uint8_t>(bits << (8 - shift)));
-                    }
+                    place_mono_byte(block, columns_of.chunk[j + t], columns_of.first[j + t] + i0,
+                                    static_cast<uint8_t>(columns >> (8 * t)));
                 }
             }
         }
     }
 }
+
+#if defined(__GNUC__) && defined(__x86_64__)
+#define VELATRIX_HAVE_WIDE_MONO 1
+#define VELATRIX_WIDE_MONO __attribute__((target("avx512f,avx512bw,avx512vl,bmi2")))
+
+// Dark flags of `count` pixels as bits, pixel i in bit i % 32 of word
+// i / 32. Channel sums are taken at every byte position (three shifted
+// loads, 16-bit lanes) and the positions where pixels start are extracted
+// with pext; loads stop at the last pixel's byte.
+VELATRIX_WIDE_MONO void dark_bits(const uint8_t* bgr, uint32_t count, uint32_t* words) {
+    constexpr uint32_t kStarts[3] = {0x49249249u, 0x92492492u, 0x24924924u};  // bytes 0, 32, 64 onward
+    const __m512i threshold = _mm512_set1_epi16(3 * 128);
+    const size_t bytes = size_t{count} * 3;
+    for (uint32_t i = 0; i < count; i += 32) {
+        const uint8_t* p = bgr + size_t{i} * 3;
+        const size_t left = bytes - size_t{i} * 3;
+        uint32_t word = 0;
+        int shift = 0;
+        for (int t = 0; t < 3; ++t) {
+            __m512i sum = _mm512_setzero_si512();
+            for (int d = 0; d < 3; ++d) {
+                const size_t at = 32 * t + d;
+                const size_t valid = left > at ? std::min<size_t>(left - at, 32) : 0;
+                const __mmask32 mask = valid == 32 ? ~__mmask32{0} : (__mmask32{1} << valid) - 1;
+                sum = _mm512_add_epi16(sum, _mm512_cvtepu8_epi16(_mm256_maskz_loadu_epi8(mask, p + at)));
+            }
+            const uint32_t dark = _mm512_cmplt_epu16_mask(sum, threshold);
+            word |= _pext_u32(dark, kStarts[t]) << shift;
+            shift += t == 2 ? 10 : 11;
+        }
+        words[i / 32] = word;
+    }
+}
+
+// The same packing from bit rows: eight rows' bits of eight columns make an
+// 8 x 8 bit matrix, transposed with three masked swaps.
+VELATRIX_WIDE_MONO void pack_mono_wide(const Block& block) {
+    constexpr uint32_t kWide = 256;
+    uint32_t words[8][kWide / 32] = {};
+    ColumnMap<kWide> columns_of;
+    for (uint32_t j0 = 0; j0 < block.width; j0 += kWide) {
+        const uint32_t count = std::min(kWide, block.width - j0);
+        columns_of.fill(block, j0, count);
+        for (uint32_t i0 = 0; i0 < block.height; i0 += 8) {
+            for (uint32_t k = 0; k < 8; ++k) {
+                if (i0 + k < block.height) {
+                    dark_bits(block.row(i0 + k, j0), count, words[k]);
+                } else {
+                    std::memset(words[k], 0, sizeof words[k]);
+                }
+            }
+            for (uint32_t j = 0; j < count; j += 8) {
+                // Byte 7 - k: row k's bits of columns j .. j + 7.
+                uint64_t x = 0;
+                for (uint32_t k = 0; k < 8; ++k) x |= uint64_t{(words[k][j / 32] >> (j % 32)) & 0xFF} << (8 * (7 - k));
+                uint64_t t = (x ^ (x >> 7)) & 0x00AA00AA00AA00AAull;
+                x = x ^ t ^ (t << 7);
+                t = (x ^ (x >> 14)) & 0x0000CCCC0000CCCCull;
+                x = x ^ t ^ (t << 14);
+                t = (x ^ (x >> 28)) & 0x00000000F0F0F0F0ull;
+                x = x ^ t ^ (t << 28);
+                // Byte c now holds column j + c, row k in bit 7 - k.
+                for (uint32_t c = 0; c < 8 && j + c < count; ++c) {
+                    place_mono_byte(block, columns_of.chunk[j + c], columns_of.first[j + c] + i0,
+                                    static_cast<uint8_t>(x >> (8 * c)));
+                }
+            }
+        }
+    }
+}
+
+bool has_wide_mono() {
+    static const bool has = __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512vl") &&
+                            __builtin_cpu_supports("bmi2");
+    return has;
+}
+#endif
 
 // 4 bits per pixel, first pixel in the low nibble. Rows 2m and 2m + 1 make
 // the byte of pair m; four pairs of one column are four consecutive bytes
@@ -117,11 +217,13 @@ void pack_mono(const Block& block) {
 // 16- and 32-bit lane shuffles of plain 64-bit words.
 void pack_grey(const Block& block) {
     uint8_t levels[8][kBlock] = {};
+    ColumnMap<kBlock> columns_of;
     constexpr uint64_t kEvenBytes = 0x00FF00FF00FF00FFull;
     constexpr uint64_t kEvenHalves = 0x0000FFFF0000FFFFull;
     for (uint32_t j0 = 0; j0 < block.width; j0 += kBlock) {
         const uint32_t count = std::min(kBlock, block.width - j0);
         for (uint32_t i0 = 0; i0 < block.height; i0 += 8) {
+            if (i0 == 0) columns_of.fill(block, j0, count);
             reduce_rows(block, grey_levels, i0, j0, count, levels);
             for (uint32_t j = 0; j < count; j += 8) {
                 uint64_t pairs[4];
@@ -140,8 +242,8 @@ void pack_grey(const Block& block) {
                 };
                 for (uint32_t t = 0; t < 8 && j + t < count; ++t) {
                     const uint32_t word = static_cast<uint32_t>(words[t % 4] >> (t < 4 ? 0 : 32));
-                    uint8_t* chunk = block.chunk_of(j0 + j + t);
-                    const uint64_t offset = block.local(j0 + j + t) * block.height + i0;  // in nibbles
+                    uint8_t* chunk = columns_of.chunk[j + t];
+                    const uint64_t offset = columns_of.first[j + t] + i0;  // in nibbles
                     const size_t at = offset / 2;
                     if (offset % 2 == 0 && at + 4 <= block.capacity) {
                         uint32_t merged;
@@ -237,6 +339,12 @@ void pack_chunk_pixels(const velatrix_bitmap* bitmap, uint32_t x, uint32_t y, ui
     switch (bits_per_pixel) {
         case 1:
             for (uint32_t k = 0; k < chunks; ++k) std::memset(data[k], 0, capacity);
+#ifdef VELATRIX_HAVE_WIDE_MONO
+            if (has_wide_mono()) {
+                pack_mono_wide(block);
+                break;
+            }
+#endif
             pack_mono(block);
             break;
         case 4:
