@@ -6,6 +6,8 @@
 // bit for bit those of packing every pixel read through velatrix_get_pixel.
 #include "display/pixel_packing.h"
 
+#include "graphics/cpu_features.h"
+
 #include <algorithm>
 #include <cstring>
 #include <vector>
@@ -204,11 +206,6 @@ VELATRIX_WIDE_MONO void pack_mono_wide(const Block& block) {
     }
 }
 
-bool has_wide_mono() {
-    static const bool has = __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512vl") &&
-                            __builtin_cpu_supports("bmi2");
-    return has;
-}
 #endif
 
 // 4 bits per pixel, first pixel in the low nibble. Rows 2m and 2m + 1 make
@@ -340,7 +337,7 @@ void pack_chunk_pixels(const velatrix_bitmap* bitmap, uint32_t x, uint32_t y, ui
         case 1:
             for (uint32_t k = 0; k < chunks; ++k) std::memset(data[k], 0, capacity);
 #ifdef VELATRIX_HAVE_WIDE_MONO
-            if (has_wide_mono()) {
+            if (velatrix::graphics::cpu_has_wide_bytes()) {
                 pack_mono_wide(block);
                 break;
             }

@@ -7,6 +7,7 @@
 #include <immintrin.h>
 #endif
 
+#include "graphics/cpu_features.h"
 #include "graphics/pixels.h"
 
 namespace velatrix::graphics {
@@ -100,10 +101,6 @@ VELATRIX_BYTE_PERMUTE void look_up_wide(uint8_t* p, size_t length, const Tables&
     }
 }
 
-bool has_byte_permute() {
-    static const bool has = __builtin_cpu_supports("avx512vbmi") && __builtin_cpu_supports("avx512bw");
-    return has;
-}
 #endif
 
 }  // namespace
@@ -147,7 +144,7 @@ void SpanPainter::span(int64_t x_from, int64_t x_to, int64_t y) const {
     }
     if (table_) {
 #ifdef VELATRIX_HAVE_BYTE_PERMUTE
-        if (has_byte_permute()) return look_up_wide(p, static_cast<size_t>(3 * count), blended_);
+        if (cpu_has_byte_permute()) return look_up_wide(p, static_cast<size_t>(3 * count), blended_);
 #endif
         return look_up(p, static_cast<size_t>(3 * count), blended_);
     }

@@ -6,11 +6,13 @@
 #include <cmath>
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <random>
 #include <vector>
 
 #include "display/chunk_layout.h"
 #include "display/pixel_packing.h"
+#include "graphics/cpu_features.h"
 #include "support/fake_driver.h"
 #include "velatrix/display.h"
 #include "velatrix/bitmap.h"
@@ -75,7 +77,7 @@ std::vector<std::vector<uint8_t>> reference_chunks(const velatrix_bitmap* bitmap
     return chunks;
 }
 
-TEST(PixelPacking, EveryBlockAndDepthMatchesThePixelWalk) {
+void every_block_and_depth() {
     std::mt19937 random(13);
     // Bitmap sizes: stride padding or none, heights on and off multiples
     // of 8 and 2, and blocks that do not fit their capacity.
@@ -100,6 +102,19 @@ TEST(PixelPacking, EveryBlockAndDepthMatchesThePixelWalk) {
     }
 }
 
+// Runs a check with the vector kernels (where the processor has them) and
+// with the portable code.
+void with_and_without_vector_kernels(const std::function<void()>& check) {
+    for (bool vector : {true, false}) {
+        SCOPED_TRACE(vector ? "vector kernels" : "portable code");
+        velatrix::graphics::allow_vector_kernels(vector);
+        check();
+    }
+    velatrix::graphics::allow_vector_kernels(true);
+}
+
+TEST(PixelPacking, EveryBlockAndDepthMatchesThePixelWalk) { with_and_without_vector_kernels(every_block_and_depth); }
+
 TEST(PixelPacking, EveryChannelSumGivesTheSameFlagAndLevel) {
     std::mt19937 random(1);
     Picture picture(1, 766, random);
@@ -107,10 +122,12 @@ TEST(PixelPacking, EveryChannelSumGivesTheSameFlagAndLevel) {
         const uint32_t r = std::min(sum, 255), g = std::min(sum - static_cast<int>(r), 255), b = sum - r - g;
         velatrix_set_pixel(&picture.bitmap, 0, sum, r << 24 | g << 16 | b << 8 | 0xFF);
     }
-    for (uint8_t bits : {uint8_t{1}, uint8_t{4}}) {
-        EXPECT_EQ(fast_pack(&picture.bitmap, 0, 0, 1, 766, bits, 1, 2039).at(0),
-                  reference_pack(&picture.bitmap, 0, 0, 1, 766, bits, 2039));
-    }
+    with_and_without_vector_kernels([&] {
+        for (uint8_t bits : {uint8_t{1}, uint8_t{4}}) {
+            EXPECT_EQ(fast_pack(&picture.bitmap, 0, 0, 1, 766, bits, 1, 2039).at(0),
+                      reference_pack(&picture.bitmap, 0, 0, 1, 766, bits, 2039));
+        }
+    });
 }
 
 // The transfer packs chunks that span the full height several at a time:

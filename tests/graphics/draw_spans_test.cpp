@@ -8,6 +8,7 @@
 #include <random>
 
 #include "draw_canvas.h"
+#include "graphics/cpu_features.h"
 #include "graphics/spans.h"
 #include "velatrix/bitmap.h"
 
@@ -60,6 +61,9 @@ const struct {
 };
 
 TEST(DrawSpans, EveryFillMatchesThePixelWalk) {
+  for (bool vector : {true, false}) {  // the vector kernels where the processor has them, and the portable code
+    SCOPED_TRACE(vector ? "vector kernels" : "portable code");
+    graphics::allow_vector_kernels(vector);
     std::mt19937 random(5);
     const uint32_t kAlphas[] = {0xFF, 0x80, 0x00, 0x01, 0xFE};
     for (const auto& fill : kFills) {
@@ -80,6 +84,8 @@ TEST(DrawSpans, EveryFillMatchesThePixelWalk) {
                                                      << "," << shape.d << " colour " << std::hex << color;
         }
     }
+  }
+  graphics::allow_vector_kernels(true);
 }
 
 // The translucent spans' tables against the blend itself: every alpha,

@@ -1,0 +1,15 @@
+// Which vector instructions the fast paths may use: asked of the processor
+// once, and switchable off so that the tests can run the portable code on
+// a machine that has them too. Both paths give the same bytes.
+#pragma once
+
+namespace velatrix::graphics {
+
+// 512-bit byte permutes (AVX-512 VBMI and BW).
+bool cpu_has_byte_permute();
+// 512-bit byte and word operations with masks (AVX-512 BW and VL) and pext (BMI2).
+bool cpu_has_wide_bytes();
+// Off: both of the above answer false.
+void allow_vector_kernels(bool allowed);
+
+}  // namespace velatrix::graphics
