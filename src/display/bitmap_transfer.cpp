@@ -9,6 +9,7 @@
 
 #include "debug/log.h"
 #include "display/chunk_layout.h"
+#include "display/chunk_send.h"
 #include "display/pixel_packing.h"
 #include "graphics/pixels.h"
 #include "protocol/report_index.h"
@@ -41,7 +42,16 @@ int velatrix_set_display_content(velatrix_device* device, uint32_t content) {
 }
 
 int velatrix_set_display_chunk(velatrix_device* device, velatrix_display_chunk chunk) {
-    VELATRIX_TRACE_FUNCTION();
+    return velatrix::display::send_display_chunk(device, chunk);
+}
+
+}  // extern "C"
+
+// The chunk by reference: a transfer sends hundreds of them and a copy of
+// each, on the way in, costs as much as packing it. The log shows it as
+// the public call it stands for.
+int velatrix::display::send_display_chunk(velatrix_device* device, const velatrix_display_chunk& chunk) {
+    const ::velatrix::FunctionTrace trace("velatrix_set_display_chunk", ::velatrix::kLogCore, __LINE__);
     uint8_t buffer[kChunkReport.length] = {chunk.report_id};
     put_big_endian(buffer, 1, chunk.x);
     put_big_endian(buffer, 3, chunk.y);
@@ -52,6 +62,8 @@ int velatrix_set_display_chunk(velatrix_device* device, velatrix_display_chunk c
     if (!wait_for_interlock(device, kChunkReport.set_before.sleep, kChunkReport.set_before.mask)) return 0;
     return velatrix_hid_set_feature_report(device, buffer, sizeof buffer) == 1 ? 1 : 0;
 }
+
+extern "C" {
 
 int velatrix_transfer_bitmap_to_device(velatrix_device* device, const velatrix_bitmap* bitmap, uint32_t x, uint32_t y,
                                        uint8_t bits_per_pixel) {
@@ -89,7 +101,7 @@ int velatrix_transfer_bitmap_to_device(velatrix_device* device, const velatrix_b
                                                  count == 1 ? span : shape.width, data.data(),
                                                  VELATRIX_DISPLAY_CHUNK_DATA_SIZE);
             for (uint32_t k = 0; k < count; ++k) {
-                if (!velatrix_set_display_chunk(device, chunks[k])) return 0;
+                if (!velatrix::display::send_display_chunk(device, chunks[k])) return 0;
             }
         }
     }

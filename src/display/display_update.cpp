@@ -13,6 +13,7 @@
 
 #include "debug/log.h"
 #include "display/chunk_layout.h"
+#include "display/chunk_send.h"
 #include "display/pixel_packing.h"
 #include "graphics/pixels.h"
 #include "protocol/report_index.h"
@@ -83,7 +84,7 @@ int velatrix_update_display(velatrix_device* device, const velatrix_bitmap* bitm
                 uint8_t* data = chunk.data;
                 velatrix::display::pack_chunk_pixels(bitmap, cx, cy, chunk.width, chunk.height, bits_per_pixel,
                                                      chunk.width, &data, sizeof chunk.data);
-                if (!velatrix_set_display_chunk(device, chunk)) return 0;
+                if (!velatrix::display::send_display_chunk(device, chunk)) return 0;
                 ++sent;
             }
         }

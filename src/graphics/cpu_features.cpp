@@ -19,7 +19,8 @@ const Features& features() {
         Features f;
 #if defined(__GNUC__) && defined(__x86_64__)
         __builtin_cpu_init();
-        f.byte_permute = __builtin_cpu_supports("avx512vbmi") && __builtin_cpu_supports("avx512bw");
+        f.byte_permute = __builtin_cpu_supports("avx512vbmi") && __builtin_cpu_supports("avx512bw") &&
+                         __builtin_cpu_supports("avx512vl");
         f.wide_bytes = __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512vl") &&
                        __builtin_cpu_supports("bmi2");
 #endif

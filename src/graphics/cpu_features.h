@@ -5,7 +5,7 @@
 
 namespace velatrix::graphics {
 
-// 512-bit byte permutes (AVX-512 VBMI and BW).
+// 512-bit byte permutes (AVX-512 VBMI, BW and VL).
 bool cpu_has_byte_permute();
 // 512-bit byte and word operations with masks (AVX-512 BW and VL) and pext (BMI2).
 bool cpu_has_wide_bytes();
