@@ -16,6 +16,12 @@
 #include <immintrin.h>
 #endif
 
+// GCC 12 warns about the "undefined" vectors its own AVX-512 intrinsics
+// start from (its bug 105593, fixed in GCC 13).
+#if defined(__GNUC__) && !defined(__clang__) && __GNUC__ < 13
+#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+#endif
+
 namespace velatrix::display {
 namespace {
 
@@ -253,59 +259,98 @@ VELATRIX_WIDE_MONO void pack_mono_wide(const Block& block) {
 // the byte of pair m; four pairs of one column are four consecutive bytes
 // when the column starts on a byte, gathered here for eight columns with
 // 16- and 32-bit lane shuffles of plain 64-bit words.
-void pack_grey(const Block& block) {
-    uint8_t levels[8][kBlock] = {};
-    ColumnMap<kBlock> columns_of;
-    RowKernel grey_kernel = grey_levels;
-#ifdef VELATRIX_HAVE_WIDE_GREY
-    if (velatrix::graphics::cpu_has_byte_permute()) grey_kernel = grey_levels_wide;
-#endif
+// Ors the four pair bytes of a column, pixels [offset, offset + 8) in
+// nibbles, into its chunk.
+inline void place_grey_word(const Block& block, uint8_t* chunk, uint64_t offset, uint32_t word) {
+    const size_t at = offset / 2;
+    if (offset % 2 == 0 && at + 4 <= block.capacity) {
+        uint32_t merged;
+        std::memcpy(&merged, chunk + at, 4);
+        merged |= word;
+        std::memcpy(chunk + at, &merged, 4);
+        return;
+    }
+    // An odd start: each level moves one nibble up.
+    const bool odd = offset % 2 != 0;
+    for (uint32_t b = 0; b < 4; ++b) {
+        const auto byte = static_cast<uint8_t>(word >> (8 * b));
+        if (!odd) {
+            Block::or_byte(chunk, at + b, block.capacity, byte);
+        } else {
+            Block::or_byte(chunk, at + b, block.capacity, static_cast<uint8_t>(byte << 4));
+            Block::or_byte(chunk, at + b + 1, block.capacity, static_cast<uint8_t>(byte >> 4));
+        }
+    }
+}
+
+// The four pair bytes of each of eight columns j .. j + 7, from the levels
+// of eight rows, in word t of the result for column j + t.
+void grey_words(const uint8_t (&levels)[8][kBlock], uint32_t j, uint32_t (&out)[8]) {
     constexpr uint64_t kEvenBytes = 0x00FF00FF00FF00FFull;
     constexpr uint64_t kEvenHalves = 0x0000FFFF0000FFFFull;
+    uint64_t pairs[4];
+    for (uint32_t m = 0; m < 4; ++m) pairs[m] = load64(levels[2 * m] + j) | load64(levels[2 * m + 1] + j) << 4;
+    // 16-bit lanes: pair 0 and pair 1 of even columns, then of odd ones.
+    const uint64_t even01 = (pairs[0] & kEvenBytes) | (pairs[1] & kEvenBytes) << 8;
+    const uint64_t odd01 = (pairs[0] >> 8 & kEvenBytes) | (pairs[1] & ~kEvenBytes);
+    const uint64_t even23 = (pairs[2] & kEvenBytes) | (pairs[3] & kEvenBytes) << 8;
+    const uint64_t odd23 = (pairs[2] >> 8 & kEvenBytes) | (pairs[3] & ~kEvenBytes);
+    // 32-bit lanes: the four pair bytes of one column.
+    const uint64_t words[4] = {
+        (even01 & kEvenHalves) | (even23 & kEvenHalves) << 16,   // columns 0, 4
+        (odd01 & kEvenHalves) | (odd23 & kEvenHalves) << 16,     // columns 1, 5
+        (even01 >> 16 & kEvenHalves) | (even23 & ~kEvenHalves),  // columns 2, 6
+        (odd01 >> 16 & kEvenHalves) | (odd23 & ~kEvenHalves),    // columns 3, 7
+    };
+    for (uint32_t t = 0; t < 8; ++t) out[t] = static_cast<uint32_t>(words[t % 4] >> (t < 4 ? 0 : 32));
+}
+
+#ifdef VELATRIX_HAVE_WIDE_GREY
+// The same for 64 columns at once with byte and word interleaves, which
+// work within 128-bit lanes: word e of 32-bit lane l of result q holds
+// column 16 l + 4 q + e.
+__attribute__((target("avx512f,avx512bw"))) void grey_words_wide(const uint8_t (&levels)[8][kBlock],
+                                                                 uint32_t (&out)[kBlock]) {
+    __m512i pairs[4];
+    for (int m = 0; m < 4; ++m) {
+        // Levels are below 16: shifting 16-bit lanes moves no bit across a byte.
+        pairs[m] = _mm512_or_si512(_mm512_loadu_si512(levels[2 * m]),
+                                   _mm512_slli_epi16(_mm512_loadu_si512(levels[2 * m + 1]), 4));
+    }
+    const __m512i low01 = _mm512_unpacklo_epi8(pairs[0], pairs[1]), high01 = _mm512_unpackhi_epi8(pairs[0], pairs[1]);
+    const __m512i low23 = _mm512_unpacklo_epi8(pairs[2], pairs[3]), high23 = _mm512_unpackhi_epi8(pairs[2], pairs[3]);
+    alignas(64) uint32_t words[4][16];
+    _mm512_store_si512(words[0], _mm512_unpacklo_epi16(low01, low23));
+    _mm512_store_si512(words[1], _mm512_unpackhi_epi16(low01, low23));
+    _mm512_store_si512(words[2], _mm512_unpacklo_epi16(high01, high23));
+    _mm512_store_si512(words[3], _mm512_unpackhi_epi16(high01, high23));
+    for (uint32_t c = 0; c < kBlock; ++c) out[c] = words[(c % 16) / 4][4 * (c / 16) + c % 4];
+}
+#endif
+
+void pack_grey(const Block& block) {
+    uint8_t levels[8][kBlock] = {};
+    uint32_t words[kBlock];
+    ColumnMap<kBlock> columns_of;
+    RowKernel grey_kernel = grey_levels;
+    bool wide = false;
+#ifdef VELATRIX_HAVE_WIDE_GREY
+    wide = velatrix::graphics::cpu_has_byte_permute();
+    if (wide) grey_kernel = grey_levels_wide;
+#endif
     for (uint32_t j0 = 0; j0 < block.width; j0 += kBlock) {
         const uint32_t count = std::min(kBlock, block.width - j0);
+        columns_of.fill(block, j0, count);
         for (uint32_t i0 = 0; i0 < block.height; i0 += 8) {
-            if (i0 == 0) columns_of.fill(block, j0, count);
             reduce_rows(block, grey_kernel, i0, j0, count, levels);
-            for (uint32_t j = 0; j < count; j += 8) {
-                uint64_t pairs[4];
-                for (uint32_t m = 0; m < 4; ++m) pairs[m] = load64(levels[2 * m] + j) | load64(levels[2 * m + 1] + j) << 4;
-                // 16-bit lanes: pair 0 and pair 1 of even columns, then of odd ones.
-                const uint64_t even01 = (pairs[0] & kEvenBytes) | (pairs[1] & kEvenBytes) << 8;
-                const uint64_t odd01 = (pairs[0] >> 8 & kEvenBytes) | (pairs[1] & ~kEvenBytes);
-                const uint64_t even23 = (pairs[2] & kEvenBytes) | (pairs[3] & kEvenBytes) << 8;
-                const uint64_t odd23 = (pairs[2] >> 8 & kEvenBytes) | (pairs[3] & ~kEvenBytes);
-                // 32-bit lanes: the four pair bytes of one column.
-                const uint64_t words[4] = {
-                    (even01 & kEvenHalves) | (even23 & kEvenHalves) << 16,          // columns 0, 4
-                    (odd01 & kEvenHalves) | (odd23 & kEvenHalves) << 16,            // columns 1, 5
-                    (even01 >> 16 & kEvenHalves) | (even23 & ~kEvenHalves),         // columns 2, 6
-                    (odd01 >> 16 & kEvenHalves) | (odd23 & ~kEvenHalves),           // columns 3, 7
-                };
-                for (uint32_t t = 0; t < 8 && j + t < count; ++t) {
-                    const uint32_t word = static_cast<uint32_t>(words[t % 4] >> (t < 4 ? 0 : 32));
-                    uint8_t* chunk = columns_of.chunk[j + t];
-                    const uint64_t offset = columns_of.first[j + t] + i0;  // in nibbles
-                    const size_t at = offset / 2;
-                    if (offset % 2 == 0 && at + 4 <= block.capacity) {
-                        uint32_t merged;
-                        std::memcpy(&merged, chunk + at, 4);
-                        merged |= word;
-                        std::memcpy(chunk + at, &merged, 4);
-                        continue;
-                    }
-                    // An odd start: each level moves one nibble up.
-                    const bool odd = offset % 2 != 0;
-                    for (uint32_t b = 0; b < 4; ++b) {
-                        const auto byte = static_cast<uint8_t>(word >> (8 * b));
-                        if (!odd) {
-                            Block::or_byte(chunk, at + b, block.capacity, byte);
-                        } else {
-                            Block::or_byte(chunk, at + b, block.capacity, static_cast<uint8_t>(byte << 4));
-                            Block::or_byte(chunk, at + b + 1, block.capacity, static_cast<uint8_t>(byte >> 4));
-                        }
-                    }
-                }
+#ifdef VELATRIX_HAVE_WIDE_GREY
+            if (wide) grey_words_wide(levels, words);
+#endif
+            if (!wide) {
+                for (uint32_t j = 0; j < count; j += 8) grey_words(levels, j, reinterpret_cast<uint32_t(&)[8]>(words[j]));
+            }
+            for (uint32_t j = 0; j < count; ++j) {
+                place_grey_word(block, columns_of.chunk[j], columns_of.first[j] + i0, words[j]);
             }
         }
     }

@@ -7,6 +7,12 @@
 #include <immintrin.h>
 #endif
 
+// GCC 12 warns about the "undefined" vectors its own AVX-512 intrinsics
+// start from (its bug 105593, fixed in GCC 13).
+#if defined(__GNUC__) && !defined(__clang__) && __GNUC__ < 13
+#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+#endif
+
 #include "graphics/cpu_features.h"
 #include "graphics/pixels.h"
 
