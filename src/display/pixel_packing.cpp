@@ -185,39 +185,30 @@ void pack_mono(const Block& block) {
 
 #if defined(__GNUC__) && defined(__x86_64__)
 #define VELATRIX_HAVE_WIDE_MONO 1
-#define VELATRIX_WIDE_MONO __attribute__((target("avx512f,avx512bw,avx512vl,bmi2")))
+#define VELATRIX_WIDE_MONO __attribute__((target("avx512f,avx512bw,avx512vl,avx512vbmi")))
 
 // Dark flags of `count` pixels as bits, pixel i in bit i % 32 of word
-// i / 32. Channel sums are taken at every byte position (three shifted
-// loads, 16-bit lanes) and the positions where pixels start are extracted
-// with pext; loads stop at the last pixel's byte.
+// i / 32: blue, green and red of 32 pixels picked out of 96 bytes with
+// byte permutes and summed in 16-bit lanes; loads stop at the last pixel.
 VELATRIX_WIDE_MONO void dark_bits(const uint8_t* bgr, uint32_t count, uint32_t* words) {
-    constexpr uint32_t kStarts[3] = {0x49249249u, 0x92492492u, 0x24924924u};  // bytes 0, 32, 64 onward
+    const __m512i blue = _mm512_load_si512(kPicks.bytes[0]), green = _mm512_load_si512(kPicks.bytes[1]),
+                  red = _mm512_load_si512(kPicks.bytes[2]);
     const __m512i threshold = _mm512_set1_epi16(3 * 128);
-    const size_t bytes = size_t{count} * 3;
     for (uint32_t i = 0; i < count; i += 32) {
+        const size_t left = size_t{count - i} * 3;
+        const __mmask64 low_bytes = left >= 64 ? ~__mmask64{0} : (__mmask64{1} << left) - 1;
+        const __mmask64 high_bytes = left <= 64 ? 0 : left >= 96 ? (__mmask64{1} << 32) - 1 : (__mmask64{1} << (left - 64)) - 1;
         const uint8_t* p = bgr + size_t{i} * 3;
-        const size_t left = bytes - size_t{i} * 3;
-        uint32_t word = 0;
-        int shift = 0;
-        for (int t = 0; t < 3; ++t) {
-            __m512i sum = _mm512_setzero_si512();
-            for (int d = 0; d < 3; ++d) {
-                const size_t at = 32 * t + d;
-                const size_t valid = left > at ? std::min<size_t>(left - at, 32) : 0;
-                const __mmask32 mask = valid == 32 ? ~__mmask32{0} : (__mmask32{1} << valid) - 1;
-                sum = _mm512_add_epi16(sum, _mm512_cvtepu8_epi16(_mm256_maskz_loadu_epi8(mask, p + at)));
-            }
-            const uint32_t dark = _mm512_cmplt_epu16_mask(sum, threshold);
-            word |= _pext_u32(dark, kStarts[t]) << shift;
-            shift += t == 2 ? 10 : 11;
-        }
-        words[i / 32] = word;
+        const __m512i low = _mm512_maskz_loadu_epi8(low_bytes, p);
+        const __m512i high = _mm512_maskz_loadu_epi8(high_bytes, p + 64);
+        const __m512i b = _mm512_cvtepu8_epi16(_mm512_castsi512_si256(_mm512_permutex2var_epi8(low, blue, high)));
+        const __m512i g = _mm512_cvtepu8_epi16(_mm512_castsi512_si256(_mm512_permutex2var_epi8(low, green, high)));
+        const __m512i r = _mm512_cvtepu8_epi16(_mm512_castsi512_si256(_mm512_permutex2var_epi8(low, red, high)));
+        words[i / 32] = _mm512_cmplt_epu16_mask(_mm512_add_epi16(_mm512_add_epi16(b, g), r), threshold);
     }
 }
 
-// The same packing from bit rows: eight rows' bits of eight columns make an
-// 8 x 8 bit matrix, transposed with three masked swaps.
+// The same packing from bit rows.
 VELATRIX_WIDE_MONO void pack_mono_wide(const Block& block) {
     constexpr uint32_t kWide = 256;
     uint32_t words[8][kWide / 32] = {};
@@ -233,20 +224,20 @@ VELATRIX_WIDE_MONO void pack_mono_wide(const Block& block) {
                     std::memset(words[k], 0, sizeof words[k]);
                 }
             }
-            for (uint32_t j = 0; j < count; j += 8) {
-                // Byte 7 - k: row k's bits of columns j .. j + 7.
-                uint64_t x = 0;
-                for (uint32_t k = 0; k < 8; ++k) x |= uint64_t{(words[k][j / 32] >> (j % 32)) & 0xFF} << (8 * (7 - k));
-                uint64_t t = (x ^ (x >> 7)) & 0x00AA00AA00AA00AAull;
-                x = x ^ t ^ (t << 7);
-                t = (x ^ (x >> 14)) & 0x0000CCCC0000CCCCull;
-                x = x ^ t ^ (t << 14);
-                t = (x ^ (x >> 28)) & 0x00000000F0F0F0F0ull;
-                x = x ^ t ^ (t << 28);
-                // Byte c now holds column j + c, row k in bit 7 - k.
-                for (uint32_t c = 0; c < 8 && j + c < count; ++c) {
-                    place_mono_byte(block, columns_of.chunk[j + c], columns_of.first[j + c] + i0,
-                                    static_cast<uint8_t>(x >> (8 * c)));
+            // Row k's bit of each of 64 columns spread to a byte, kept as
+            // bit 7 - k: byte c is then column c's eight bits.
+            for (uint32_t j = 0; j < count; j += 64) {
+                __m512i columns = _mm512_setzero_si512();
+                for (uint32_t k = 0; k < 8; ++k) {
+                    const uint64_t row_bits =
+                        uint64_t{words[k][j / 32]} | (j / 32 + 1 < kWide / 32 ? uint64_t{words[k][j / 32 + 1]} << 32 : 0);
+                    columns = _mm512_or_si512(columns, _mm512_and_si512(_mm512_movm_epi8(row_bits),
+                                                                        _mm512_set1_epi8(static_cast<char>(0x80 >> k))));
+                }
+                alignas(64) uint8_t bytes[64];
+                _mm512_store_si512(bytes, columns);
+                for (uint32_t c = 0; c < 64 && j + c < count; ++c) {
+                    place_mono_byte(block, columns_of.chunk[j + c], columns_of.first[j + c] + i0, bytes[c]);
                 }
             }
         }
@@ -506,7 +497,7 @@ void pack_chunk_pixels(const velatrix_bitmap* bitmap, uint32_t x, uint32_t y, ui
         case 1:
             for (uint32_t k = 0; k < chunks; ++k) std::memset(data[k], 0, capacity);
 #ifdef VELATRIX_HAVE_WIDE_MONO
-            if (velatrix::graphics::cpu_has_wide_bytes()) {
+            if (velatrix::graphics::cpu_has_byte_permute()) {
                 pack_mono_wide(block);
                 break;
             }

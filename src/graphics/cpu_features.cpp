@@ -9,7 +9,6 @@ std::atomic<bool> allowed{true};
 
 struct Features {
     bool byte_permute = false;
-    bool wide_bytes = false;
 };
 
 // Asked on first use, after __builtin_cpu_init, whatever the order of
@@ -21,8 +20,6 @@ const Features& features() {
         __builtin_cpu_init();
         f.byte_permute = __builtin_cpu_supports("avx512vbmi") && __builtin_cpu_supports("avx512bw") &&
                          __builtin_cpu_supports("avx512vl");
-        f.wide_bytes = __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512vl") &&
-                       __builtin_cpu_supports("bmi2");
 #endif
         return f;
     }();
@@ -32,7 +29,6 @@ const Features& features() {
 }  // namespace
 
 bool cpu_has_byte_permute() { return features().byte_permute && allowed.load(std::memory_order_relaxed); }
-bool cpu_has_wide_bytes() { return features().wide_bytes && allowed.load(std::memory_order_relaxed); }
 void allow_vector_kernels(bool on) { allowed.store(on, std::memory_order_relaxed); }
 
 }  // namespace velatrix::graphics

@@ -7,9 +7,7 @@ namespace velatrix::graphics {
 
 // 512-bit byte permutes (AVX-512 VBMI, BW and VL).
 bool cpu_has_byte_permute();
-// 512-bit byte and word operations with masks (AVX-512 BW and VL) and pext (BMI2).
-bool cpu_has_wide_bytes();
-// Off: both of the above answer false.
+// Off: the above answers false.
 void allow_vector_kernels(bool allowed);
 
 }  // namespace velatrix::graphics
