@@ -60,10 +60,7 @@ const struct {
      }},
 };
 
-TEST(DrawSpans, EveryFillMatchesThePixelWalk) {
-  for (bool vector : {true, false}) {  // the vector kernels where the processor has them, and the portable code
-    SCOPED_TRACE(vector ? "vector kernels" : "portable code");
-    graphics::allow_vector_kernels(vector);
+void every_fill_matches_the_pixel_walk() {
     std::mt19937 random(5);
     const uint32_t kAlphas[] = {0xFF, 0x80, 0x00, 0x01, 0xFE};
     for (const auto& fill : kFills) {
@@ -84,8 +81,16 @@ TEST(DrawSpans, EveryFillMatchesThePixelWalk) {
                                                      << "," << shape.d << " colour " << std::hex << color;
         }
     }
-  }
-  graphics::allow_vector_kernels(true);
+}
+
+// With the vector kernels (where the processor has them) and the portable code.
+TEST(DrawSpans, EveryFillMatchesThePixelWalk) {
+    for (bool vector : {true, false}) {
+        SCOPED_TRACE(vector ? "vector kernels" : "portable code");
+        graphics::allow_vector_kernels(vector);
+        every_fill_matches_the_pixel_walk();
+    }
+    graphics::allow_vector_kernels(true);
 }
 
 // The translucent spans' tables against the blend itself: every alpha,
