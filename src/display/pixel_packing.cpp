@@ -56,7 +56,8 @@ VELATRIX_ROW_KERNEL void grey_levels(const uint8_t* __restrict bgr, uint32_t cou
 #if defined(__GNUC__) && defined(__x86_64__)
 #define VELATRIX_HAVE_WIDE_GREY 1
 
-// Byte indices of the blue, green and red of 32 pixels.
+// Byte indices of the blue, green and red of 32 pixels, for the 1- and
+// 4-bit packings' byte permutes.
 struct alignas(64) ChannelPicks {
     uint8_t bytes[3][64];
 };
@@ -68,30 +69,6 @@ constexpr ChannelPicks kPicks = [] {
     return picks;
 }();
 
-// The same levels 32 pixels at a time: blue, green and red picked out of
-// 96 bytes with byte permutes, summed in 16-bit lanes; (sum + 25) * 1286
-// >> 16 equals round(sum / 51) for every sum from 0 to 765.
-__attribute__((target("avx512f,avx512bw,avx512vl,avx512vbmi"))) void grey_levels_wide(const uint8_t* bgr, uint32_t count,
-                                                                             uint8_t* out) {
-    const __m512i blue = _mm512_load_si512(kPicks.bytes[0]), green = _mm512_load_si512(kPicks.bytes[1]),
-                  red = _mm512_load_si512(kPicks.bytes[2]);
-    const __m512i bias = _mm512_set1_epi16(25), scale = _mm512_set1_epi16(1286);
-    for (uint32_t i = 0; i < count; i += 32) {
-        const size_t left = size_t{count - i} * 3;
-        const __mmask64 low_bytes = left >= 64 ? ~__mmask64{0} : (__mmask64{1} << left) - 1;
-        const __mmask64 high_bytes = left <= 64 ? 0 : left >= 96 ? (__mmask64{1} << 32) - 1 : (__mmask64{1} << (left - 64)) - 1;
-        const uint8_t* p = bgr + size_t{i} * 3;
-        const __m512i low = _mm512_maskz_loadu_epi8(low_bytes, p);
-        const __m512i high = _mm512_maskz_loadu_epi8(high_bytes, p + 64);
-        const __m512i b = _mm512_cvtepu8_epi16(_mm512_castsi512_si256(_mm512_permutex2var_epi8(low, blue, high)));
-        const __m512i g = _mm512_cvtepu8_epi16(_mm512_castsi512_si256(_mm512_permutex2var_epi8(low, green, high)));
-        const __m512i r = _mm512_cvtepu8_epi16(_mm512_castsi512_si256(_mm512_permutex2var_epi8(low, red, high)));
-        const __m512i sum = _mm512_add_epi16(_mm512_add_epi16(b, g), r);
-        const __m256i levels = _mm512_cvtepi16_epi8(_mm512_mulhi_epu16(_mm512_add_epi16(sum, bias), scale));
-        const uint32_t n = std::min<uint32_t>(32, count - i);
-        _mm256_mask_storeu_epi8(out + i, n == 32 ? ~__mmask32{0} : (__mmask32{1} << n) - 1, levels);
-    }
-}
 #endif
 
 uint64_t load64(const uint8_t* at) {
@@ -251,9 +228,14 @@ VELATRIX_WIDE_MONO void pack_mono_wide(const Block& block) {
 // when the column starts on a byte, gathered here for eight columns with
 // 16- and 32-bit lane shuffles of plain 64-bit words.
 // Ors the four pair bytes of a column, pixels [offset, offset + 8) in
-// nibbles, into its chunk.
-inline void place_grey_word(const Block& block, uint8_t* chunk, uint64_t offset, uint32_t word) {
+// nibbles, into its chunk. `alone`: all eight pixels exist, so on a byte
+// boundary the four bytes are this column's only and are simply stored.
+inline void place_grey_word(const Block& block, uint8_t* chunk, uint64_t offset, uint32_t word, bool alone) {
     const size_t at = offset / 2;
+    if (alone && offset % 2 == 0 && at + 4 <= block.capacity) {
+        std::memcpy(chunk + at, &word, 4);
+        return;
+    }
     if (offset % 2 == 0 && at + 4 <= block.capacity) {
         uint32_t merged;
         std::memcpy(&merged, chunk + at, 4);
@@ -296,52 +278,81 @@ void grey_words(const uint8_t (&levels)[8][kBlock], uint32_t j, uint32_t (&out)[
     for (uint32_t t = 0; t < 8; ++t) out[t] = static_cast<uint32_t>(words[t % 4] >> (t < 4 ? 0 : 32));
 }
 
+
 #ifdef VELATRIX_HAVE_WIDE_GREY
-// The same for 64 columns at once with byte and word interleaves, which
-// work within 128-bit lanes: word e of 32-bit lane l of result q holds
-// column 16 l + 4 q + e.
-__attribute__((target("avx512f,avx512bw"))) void grey_words_wide(const uint8_t (&levels)[8][kBlock],
-                                                                 uint32_t (&out)[kBlock]) {
-    __m512i pairs[4];
-    for (int m = 0; m < 4; ++m) {
-        // Levels are below 16: shifting 16-bit lanes moves no bit across a byte.
-        pairs[m] = _mm512_or_si512(_mm512_loadu_si512(levels[2 * m]),
-                                   _mm512_slli_epi16(_mm512_loadu_si512(levels[2 * m + 1]), 4));
-    }
-    const __m512i low01 = _mm512_unpacklo_epi8(pairs[0], pairs[1]), high01 = _mm512_unpackhi_epi8(pairs[0], pairs[1]);
-    const __m512i low23 = _mm512_unpacklo_epi8(pairs[2], pairs[3]), high23 = _mm512_unpackhi_epi8(pairs[2], pairs[3]);
+#define VELATRIX_WIDE_GREY __attribute__((target("avx512f,avx512bw,avx512vl,avx512vbmi")))
+
+// The grey levels of `count` (at most 32) pixels in a register, lanes past
+// `count` zero: blue, green and red picked out of 96 bytes with byte
+// permutes and summed in 16-bit lanes; (sum + 25) * 1286 >> 16 equals
+// round(sum / 51) for every sum from 0 to 765.
+VELATRIX_WIDE_GREY inline __m256i levels32(const uint8_t* bgr, uint32_t count) {
+    const __m512i bias = _mm512_set1_epi16(25), scale = _mm512_set1_epi16(1286);
+    const size_t left = size_t{count} * 3;
+    const __mmask64 low_bytes = left >= 64 ? ~__mmask64{0} : (__mmask64{1} << left) - 1;
+    const __mmask64 high_bytes = left <= 64 ? 0 : left >= 96 ? (__mmask64{1} << 32) - 1 : (__mmask64{1} << (left - 64)) - 1;
+    const __m512i low = _mm512_maskz_loadu_epi8(low_bytes, bgr);
+    const __m512i high = _mm512_maskz_loadu_epi8(high_bytes, bgr + 64);
+    const __m512i b = _mm512_cvtepu8_epi16(_mm512_castsi512_si256(_mm512_permutex2var_epi8(low, _mm512_load_si512(kPicks.bytes[0]), high)));
+    const __m512i g = _mm512_cvtepu8_epi16(_mm512_castsi512_si256(_mm512_permutex2var_epi8(low, _mm512_load_si512(kPicks.bytes[1]), high)));
+    const __m512i r = _mm512_cvtepu8_epi16(_mm512_castsi512_si256(_mm512_permutex2var_epi8(low, _mm512_load_si512(kPicks.bytes[2]), high)));
+    const __m512i sum = _mm512_add_epi16(_mm512_add_epi16(b, g), r);
+    const __m256i levels = _mm512_cvtepi16_epi8(_mm512_mulhi_epu16(_mm512_add_epi16(sum, bias), scale));
+    return _mm256_maskz_mov_epi8(count >= 32 ? ~__mmask32{0} : (__mmask32{1} << count) - 1, levels);
+}
+
+// The 4-bit packing with every step in registers: 64 columns' levels of
+// eight rows, their pair bytes, and the byte and word interleaves that
+// leave word e of 32-bit lane l of result q for column 16 l + 4 q + e.
+VELATRIX_WIDE_GREY void pack_grey_wide(const Block& block) {
+    constexpr uint32_t kColumns = 64;
+    ColumnMap<kColumns> columns_of;
     alignas(64) uint32_t words[4][16];
-    _mm512_store_si512(words[0], _mm512_unpacklo_epi16(low01, low23));
-    _mm512_store_si512(words[1], _mm512_unpackhi_epi16(low01, low23));
-    _mm512_store_si512(words[2], _mm512_unpacklo_epi16(high01, high23));
-    _mm512_store_si512(words[3], _mm512_unpackhi_epi16(high01, high23));
-    for (uint32_t c = 0; c < kBlock; ++c) out[c] = words[(c % 16) / 4][4 * (c / 16) + c % 4];
+    for (uint32_t j0 = 0; j0 < block.width; j0 += kColumns) {
+        const uint32_t count = std::min(kColumns, block.width - j0);
+        columns_of.fill(block, j0, count);
+        for (uint32_t i0 = 0; i0 < block.height; i0 += 8) {
+            __m512i rows[8];
+            for (uint32_t k = 0; k < 8; ++k) {
+                rows[k] = _mm512_setzero_si512();
+                if (i0 + k >= block.height) continue;
+                const uint8_t* p = block.row(i0 + k, j0);
+                rows[k] = _mm512_castsi256_si512(levels32(p, std::min(count, 32u)));
+                if (count > 32) rows[k] = _mm512_inserti64x4(rows[k], levels32(p + 96, count - 32), 1);
+            }
+            __m512i pairs[4];
+            // Levels are below 16: shifting 16-bit lanes moves no bit across a byte.
+            for (int m = 0; m < 4; ++m) pairs[m] = _mm512_or_si512(rows[2 * m], _mm512_slli_epi16(rows[2 * m + 1], 4));
+            const __m512i low01 = _mm512_unpacklo_epi8(pairs[0], pairs[1]), high01 = _mm512_unpackhi_epi8(pairs[0], pairs[1]);
+            const __m512i low23 = _mm512_unpacklo_epi8(pairs[2], pairs[3]), high23 = _mm512_unpackhi_epi8(pairs[2], pairs[3]);
+            _mm512_store_si512(words[0], _mm512_unpacklo_epi16(low01, low23));
+            _mm512_store_si512(words[1], _mm512_unpackhi_epi16(low01, low23));
+            _mm512_store_si512(words[2], _mm512_unpacklo_epi16(high01, high23));
+            _mm512_store_si512(words[3], _mm512_unpackhi_epi16(high01, high23));
+            for (uint32_t c = 0; c < count; ++c) {
+                place_grey_word(block, columns_of.chunk[c], columns_of.first[c] + i0, words[(c % 16) / 4][4 * (c / 16) + c % 4],
+                                i0 + 8 <= block.height);
+            }
+        }
+    }
 }
 #endif
 
 void pack_grey(const Block& block) {
+#ifdef VELATRIX_HAVE_WIDE_GREY
+    if (velatrix::graphics::cpu_has_byte_permute()) return pack_grey_wide(block);
+#endif
     uint8_t levels[8][kBlock] = {};
     uint32_t words[kBlock];
     ColumnMap<kBlock> columns_of;
-    RowKernel grey_kernel = grey_levels;
-    bool wide = false;
-#ifdef VELATRIX_HAVE_WIDE_GREY
-    wide = velatrix::graphics::cpu_has_byte_permute();
-    if (wide) grey_kernel = grey_levels_wide;
-#endif
     for (uint32_t j0 = 0; j0 < block.width; j0 += kBlock) {
         const uint32_t count = std::min(kBlock, block.width - j0);
         columns_of.fill(block, j0, count);
         for (uint32_t i0 = 0; i0 < block.height; i0 += 8) {
-            reduce_rows(block, grey_kernel, i0, j0, count, levels);
-#ifdef VELATRIX_HAVE_WIDE_GREY
-            if (wide) grey_words_wide(levels, words);
-#endif
-            if (!wide) {
-                for (uint32_t j = 0; j < count; j += 8) grey_words(levels, j, reinterpret_cast<uint32_t(&)[8]>(words[j]));
-            }
+            reduce_rows(block, grey_levels, i0, j0, count, levels);
+            for (uint32_t j = 0; j < count; j += 8) grey_words(levels, j, reinterpret_cast<uint32_t(&)[8]>(words[j]));
             for (uint32_t j = 0; j < count; ++j) {
-                place_grey_word(block, columns_of.chunk[j], columns_of.first[j] + i0, words[j]);
+                place_grey_word(block, columns_of.chunk[j], columns_of.first[j] + i0, words[j], i0 + 8 <= block.height);
             }
         }
     }
