@@ -131,8 +131,14 @@ void reduce_rows(const Block& block, RowKernel kernel, uint32_t i0, uint32_t j0,
 }
 
 // Ors eight bits, pixels [offset, offset + 8) of a column, into its chunk.
-inline void place_mono_byte(const Block& block, uint8_t* chunk, uint64_t offset, uint8_t bits) {
+// `alone`: all eight pixels exist, so on a byte boundary the byte is this
+// column's only and is simply stored.
+inline void place_mono_byte(const Block& block, uint8_t* chunk, uint64_t offset, uint8_t bits, bool alone) {
     const unsigned shift = offset % 8;
+    if (alone && shift == 0 && offset / 8 < block.capacity) {
+        chunk[offset / 8] = bits;
+        return;
+    }
     Block::or_byte(chunk, offset / 8, block.capacity, static_cast<uint8_t>(bits >> shift));
     if (shift != 0) Block::or_byte(chunk, offset / 8 + 1, block.capacity, static_cast<uint8_t>(bits << (8 - shift)));
 }
@@ -153,7 +159,7 @@ void pack_mono(const Block& block) {
                 for (uint32_t k = 0; k < 8; ++k) columns |= load64(flags[k] + j) << (7 - k);
                 for (uint32_t t = 0; t < 8 && j + t < count; ++t) {
                     place_mono_byte(block, columns_of.chunk[j + t], columns_of.first[j + t] + i0,
-                                    static_cast<uint8_t>(columns >> (8 * t)));
+                                    static_cast<uint8_t>(columns >> (8 * t)), i0 + 8 <= block.height);
                 }
             }
         }
@@ -214,7 +220,8 @@ VELATRIX_WIDE_MONO void pack_mono_wide(const Block& block) {
                 alignas(64) uint8_t bytes[64];
                 _mm512_store_si512(bytes, columns);
                 for (uint32_t c = 0; c < 64 && j + c < count; ++c) {
-                    place_mono_byte(block, columns_of.chunk[j + c], columns_of.first[j + c] + i0, bytes[c]);
+                    place_mono_byte(block, columns_of.chunk[j + c], columns_of.first[j + c] + i0, bytes[c],
+                                    i0 + 8 <= block.height);
                 }
             }
         }
