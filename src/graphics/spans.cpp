@@ -132,6 +132,13 @@ void SpanPainter::block(int64_t x_from, int64_t x_to, int64_t y_from, int64_t y_
         for (int64_t y = y_from; y <= y_to; ++y) span(x_from, x_to, y);
         return;
     }
+    const int64_t count = x_to - x_from + 1;
+    if (3 * count == bitmap_->stride) {
+        // Whole rows without padding: one run through memory (rows are
+        // stored bottom-up, so the block starts at its last row).
+        uint8_t* start = bitmap_->pixels + pixel_offset(bitmap_, x_from, y_to);
+        return fill_pattern(start, static_cast<size_t>(count * (y_to - y_from + 1)), pattern_);
+    }
     // Every row is the same bytes: the first is filled, the others copied.
     span(x_from, x_to, y_from);
     const uint8_t* first = bitmap_->pixels + pixel_offset(bitmap_, x_from, y_from);
