@@ -66,7 +66,27 @@ void BM_ParseExtendedCoordinateButtons(benchmark::State& state) {
     parse(state, VELATRIX_INPUT_EXTENDED_COORDINATE, 7, true);
 }
 
+// The dispatch path a pad's reading thread takes: parse, then hand the
+// record to the one callback registered on the device.
+int count_report(velatrix_device*, const velatrix_input_report*, int, const uint8_t*, uint32_t) {
+    static volatile int seen = 0;
+    seen = seen + 1;
+    return 0;
+}
+
+void BM_DispatchToOneCallback(benchmark::State& state) {
+    FormDevice form;
+    velatrix_register_input_callback(&form.device, count_report);
+    const auto reports = stroke(VELATRIX_INPUT_EXTENDED_COORDINATE, false);
+    for (auto _ : state) {
+        for (const auto& report : reports) velatrix_get_driver_input_report(&form.device, report.data(), 7);
+    }
+    state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(reports.size()));
+    velatrix_unregister_input_callback(&form.device, count_report);
+}
+
 BENCHMARK(BM_ParseCoordinate);
+BENCHMARK(BM_DispatchToOneCallback);
 BENCHMARK(BM_ParseExtendedCoordinate);
 BENCHMARK(BM_ParseExtendedCoordinateButtons);
 

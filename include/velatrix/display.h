@@ -44,6 +44,15 @@ VELATRIX_API int velatrix_set_display_chunk(velatrix_device* device, velatrix_di
  * bits per pixel; 1 when every chunk went, 0 at the first failure. */
 VELATRIX_API int velatrix_transfer_bitmap_to_device(velatrix_device* device, const velatrix_bitmap* bitmap, uint32_t x,
                                                     uint32_t y, uint8_t bits_per_pixel);
+/* Like velatrix_transfer_bitmap_to_device, but sends only the chunks (same
+ * grid and packing) whose pixels differ from the last frame this call sent
+ * to the device. The first update, one at another place, size or depth,
+ * and the first after anything else was sent to the pad (a full transfer,
+ * text, clearing, regions, screens, any command) or after a close send
+ * every chunk. 1 when every chunk went, 0 at the first failure (the next
+ * update is then a full one). */
+VELATRIX_API int velatrix_update_display(velatrix_device* device, const velatrix_bitmap* bitmap, uint32_t x,
+                                         uint32_t y, uint8_t bits_per_pixel);
 VELATRIX_API int velatrix_device_draw_text_encoded(velatrix_device* device, const char* text, uint32_t length,
                                                    uint32_t x, uint32_t y, int alignment, uint8_t inverse,
                                                    const char* encoding);

@@ -6,6 +6,7 @@
 
 #include "debug/log.h"
 #include "graphics/pixels.h"
+#include "graphics/spans.h"
 
 namespace velatrix::graphics {
 namespace {
@@ -93,9 +94,8 @@ uint32_t velatrix_get_pixel(const velatrix_bitmap* bitmap, int32_t x, int32_t y)
 void velatrix_bitmap_clear(velatrix_bitmap* bitmap, uint32_t color) {
     VELATRIX_TRACE_FUNCTION();
     if (!usable_bitmap(bitmap)) return;
-    for (int64_t y = 0; y < bitmap->height; ++y) {
-        for (int64_t x = 0; x < bitmap->width; ++x) put_pixel(bitmap, x, y, color);
-    }
+    const SpanPainter painter(bitmap, color, int64_t{bitmap->width} * bitmap->height);
+    painter.block(0, int64_t{bitmap->width} - 1, 0, int64_t{bitmap->height} - 1);
 }
 
 void velatrix_bitmap_copy(const velatrix_bitmap* source, velatrix_bitmap* destination, int32_t sx, int32_t sy,

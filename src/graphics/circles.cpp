@@ -4,6 +4,7 @@
 
 #include "debug/log.h"
 #include "graphics/pixels.h"
+#include "graphics/spans.h"
 
 using namespace velatrix::graphics;
 
@@ -43,10 +44,13 @@ void velatrix_fill_circle(velatrix_bitmap* bitmap, int32_t cx, int32_t cy, int32
     dy_to = std::min(dy_to, static_cast<int64_t>(bitmap->height) - 1 - cy);
     dx_from = std::max(dx_from, -static_cast<int64_t>(cx));
     dx_to = std::min(dx_to, static_cast<int64_t>(bitmap->width) - 1 - cx);
+    if (dy_from > dy_to || dx_from > dx_to) return;
+    // About the disc's area; any radius past a million is simply large.
+    const SpanPainter painter(bitmap, color, r < (1 << 20) ? 3 * r * r : int64_t{1} << 42);
     for (int64_t dy = dy_from; dy <= dy_to; ++dy) {
-        for (int64_t dx = dx_from; dx <= dx_to; ++dx) {
-            if (dx * dx + dy * dy <= r * r) put_pixel(bitmap, cx + dx, cy + dy, color);
-        }
+        // The row's run: the largest dx with dx * dx + dy * dy <= r * r.
+        const int64_t half = largest_root(r * r - dy * dy);
+        painter.span(std::max(-half, dx_from) + cx, std::min(half, dx_to) + cx, cy + dy);
     }
 }
 

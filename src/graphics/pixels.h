@@ -30,10 +30,14 @@ inline uint32_t read_pixel(const velatrix_bitmap* bitmap, int64_t x, int64_t y) 
            kOpaque;
 }
 
+// velatrix_color_blend(source, the pixel at bgr) written back to bgr: the
+// same bytes, without the divisions an opaque destination makes exact.
+void blend_pixel(uint8_t* bgr, uint32_t source);
+
 inline void put_pixel(velatrix_bitmap* bitmap, int64_t x, int64_t y, uint32_t color) {
     if (!inside(bitmap, x, y)) return;
-    if ((color & 0xFFu) < kOpaque) color = velatrix_color_blend(color, read_pixel(bitmap, x, y));
     uint8_t* p = bitmap->pixels + pixel_offset(bitmap, x, y);
+    if ((color & 0xFFu) < kOpaque) return blend_pixel(p, color);
     p[0] = static_cast<uint8_t>(color >> 8);
     p[1] = static_cast<uint8_t>(color >> 16);
     p[2] = static_cast<uint8_t>(color >> 24);

@@ -9,6 +9,7 @@
 
 #include "debug/log.h"
 #include "graphics/pixels.h"
+#include "graphics/spans.h"
 
 using namespace velatrix::graphics;
 
@@ -17,9 +18,8 @@ namespace {
 // Sets (x, y) for x in [x_from, x_to] and y in [y_from, y_to], clipped.
 void fill_block(velatrix_bitmap* bitmap, int64_t x_from, int64_t x_to, int64_t y_from, int64_t y_to, uint32_t color) {
     if (!clip_range(x_from, x_to, bitmap->width) || !clip_range(y_from, y_to, bitmap->height)) return;
-    for (int64_t x = x_from; x <= x_to; ++x) {
-        for (int64_t y = y_from; y <= y_to; ++y) put_pixel(bitmap, x, y, color);
-    }
+    const SpanPainter painter(bitmap, color, (x_to - x_from + 1) * (y_to - y_from + 1));
+    painter.block(x_from, x_to, y_from, y_to);
 }
 
 }  // namespace

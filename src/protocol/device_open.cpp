@@ -13,6 +13,7 @@
 #include "velatrix/regions.h"
 
 #include "debug/log.h"
+#include "protocol/request_epoch.h"
 
 namespace {
 
@@ -95,6 +96,7 @@ int velatrix_close_device(velatrix_device* device) {
         return 0;
     }
     device->open = 0;
+    velatrix::protocol::note_request(device);
     velatrix_device_notify_close(device);
     velatrix_list_free(device->input_callbacks);
     device->input_callbacks = nullptr;

@@ -9,6 +9,7 @@
 
 #include "debug/log.h"
 #include "protocol/report_index.h"
+#include "protocol/request_epoch.h"
 #include "velatrix/info_reports.h"
 
 extern "C" {
@@ -57,11 +58,13 @@ int32_t velatrix_hid_get_feature_report(velatrix_device* device, uint8_t* buffer
 
 int32_t velatrix_hid_set_feature_report(velatrix_device* device, uint8_t* buffer, uint32_t length) {
     VELATRIX_TRACE_FUNCTION();
+    velatrix::protocol::note_request(device);
     return transfer(device, &velatrix_device_driver::set_feature_report, buffer, length);
 }
 
 int32_t velatrix_hid_set_output_report(velatrix_device* device, uint8_t* buffer, uint32_t length) {
     VELATRIX_TRACE_FUNCTION();
+    velatrix::protocol::note_request(device);
     return transfer(device, &velatrix_device_driver::set_output_report, buffer, length);
 }
 

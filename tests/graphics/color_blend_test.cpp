@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "draw_canvas.h"
+#include "graphics/pixels.h"
 #include "velatrix/bitmap.h"
 
 namespace velatrix::testing {
@@ -60,3 +61,26 @@ TEST(ColorBlend, PixelSetterBlendsTranslucentColoursWithTheStoredPixel) {
 
 }  // namespace
 }  // namespace velatrix::testing
+
+namespace {
+
+// The drawing paths blend in place without the divisions an opaque
+// destination makes exact; over every alpha, source and destination value
+// (each channel a different one) they must give velatrix_color_blend's bytes.
+TEST(ColorBlend, InPlaceBlendOverOpaquePixelsEqualsTheBlendEverywhere) {
+    for (uint32_t alpha = 0; alpha < 256; ++alpha) {
+        for (uint32_t s = 0; s < 256; ++s) {
+            const uint32_t source = s << 24 | (s ^ 0x55u) << 16 | (255 - s) << 8 | alpha;
+            for (uint32_t d = 0; d < 256; ++d) {
+                uint8_t bgr[3] = {static_cast<uint8_t>(255 - d), static_cast<uint8_t>(d ^ 0xAAu), static_cast<uint8_t>(d)};
+                const uint32_t destination = uint32_t{bgr[2]} << 24 | uint32_t{bgr[1]} << 16 | uint32_t{bgr[0]} << 8 | 0xFF;
+                velatrix::graphics::blend_pixel(bgr, source);
+                const uint32_t got = uint32_t{bgr[2]} << 24 | uint32_t{bgr[1]} << 16 | uint32_t{bgr[0]} << 8 | 0xFF;
+                const uint32_t expected = velatrix_color_blend(source, destination) | 0xFF;
+                if (got != expected) FAIL() << std::hex << "source " << source << " destination " << destination;
+            }
+        }
+    }
+}
+
+}  // namespace

@@ -1,0 +1,160 @@
+// The column packer walks bitmap rows in blocks; the oracle below is the
+// plain walk, one velatrix_get_pixel per pixel in column order. Every
+// block, depth and capacity must come out byte for byte the same.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <algorithm>
+#include <cstdint>
+#include <functional>
+#include <random>
+#include <vector>
+
+#include "display/chunk_layout.h"
+#include "display/pixel_packing.h"
+#include "graphics/cpu_features.h"
+#include "support/fake_driver.h"
+#include "velatrix/display.h"
+#include "velatrix/bitmap.h"
+
+namespace {
+
+std::vector<uint8_t> reference_pack(const velatrix_bitmap* bitmap, uint32_t x0, uint32_t y0, uint32_t width,
+                                    uint32_t height, uint8_t bits, size_t capacity) {
+    std::vector<uint8_t> data(capacity, 0);
+    auto put = [&](size_t index, uint8_t value) {
+        if (index < capacity) data[index] |= value;
+    };
+    size_t n = 0;
+    for (uint32_t x = x0; x < x0 + width; ++x) {
+        for (uint32_t y = y0; y < y0 + height; ++y, ++n) {
+            const uint32_t c = velatrix_get_pixel(bitmap, static_cast<int32_t>(x), static_cast<int32_t>(y));
+            const uint32_t r = c >> 24, g = (c >> 16) & 0xFF, b = (c >> 8) & 0xFF;
+            if (bits == 1) {
+                if ((r + g + b) / 3 < 128) put(n / 8, static_cast<uint8_t>(0x80 >> (n % 8)));
+            } else if (bits == 4 || bits == 8) {
+                const auto level = static_cast<uint8_t>(std::lround((r + g + b) / 3.0 / 255.0 * 15.0));
+                put(n / 2, static_cast<uint8_t>(n % 2 == 0 ? level : level << 4));
+            } else {
+                put(n * 3, static_cast<uint8_t>(r));
+                put(n * 3 + 1, static_cast<uint8_t>(g));
+                put(n * 3 + 2, static_cast<uint8_t>(b));
+            }
+        }
+    }
+    return data;
+}
+
+struct Picture {
+    std::vector<uint8_t> buffer;
+    velatrix_bitmap bitmap{};
+    Picture(int width, int height, std::mt19937& random) : buffer(((width * 24 + 31) / 32) * 4 * height + 54) {
+        velatrix_bitmap_init(&bitmap, buffer.data(), width, height);
+        // Padding bytes get noise too: none of it may reach a chunk.
+        for (int32_t i = 0; i < bitmap.image_size; ++i) bitmap.pixels[i] = static_cast<uint8_t>(random());
+    }
+};
+
+// Packs the block as chunks `chunk_width` wide side by side; returns them
+// in order.
+std::vector<std::vector<uint8_t>> fast_pack(const velatrix_bitmap* bitmap, uint32_t x, uint32_t y, uint32_t width,
+                                            uint32_t height, uint8_t bits, uint32_t chunk_width, size_t capacity) {
+    std::vector<std::vector<uint8_t>> chunks((width + chunk_width - 1) / chunk_width,
+                                             std::vector<uint8_t>(capacity, 0xA5));  // stale bytes must go
+    std::vector<uint8_t*> data;
+    for (auto& chunk : chunks) data.push_back(chunk.data());
+    velatrix::display::pack_chunk_pixels(bitmap, x, y, width, height, bits, chunk_width, data.data(), capacity);
+    return chunks;
+}
+
+std::vector<std::vector<uint8_t>> reference_chunks(const velatrix_bitmap* bitmap, uint32_t x, uint32_t y,
+                                                   uint32_t width, uint32_t height, uint8_t bits,
+                                                   uint32_t chunk_width, size_t capacity) {
+    std::vector<std::vector<uint8_t>> chunks;
+    for (uint32_t left = 0; left < width; left += chunk_width) {
+        chunks.push_back(reference_pack(bitmap, x + left, y, std::min(chunk_width, width - left), height, bits, capacity));
+    }
+    return chunks;
+}
+
+void every_block_and_depth() {
+    std::mt19937 random(13);
+    // Bitmap sizes: stride padding or none, heights on and off multiples
+    // of 8 and 2, and blocks that do not fit their capacity.
+    const struct {
+        int width, height;
+    } kSizes[] = {{1, 1}, {3, 5}, {8, 16}, {67, 240}, {33, 479}, {9, 7}, {130, 31}, {4, 300}, {200, 9}};
+    const uint8_t kDepths[] = {1, 4, 8, 24, 0, 2, 16, 32};
+    for (const auto& size : kSizes) {
+        Picture picture(size.width, size.height, random);
+        for (int trial = 0; trial < 40; ++trial) {
+            const uint32_t x = random() % size.width, y = random() % size.height;
+            const uint32_t width = 1 + random() % (size.width - x), height = 1 + random() % (size.height - y);
+            const size_t capacity = trial % 4 == 0 ? 1 + random() % 64 : 2039;
+            const uint32_t chunk_width = trial % 2 == 0 ? width : 1 + random() % width;
+            for (uint8_t bits : kDepths) {
+                ASSERT_EQ(fast_pack(&picture.bitmap, x, y, width, height, bits, chunk_width, capacity),
+                          reference_chunks(&picture.bitmap, x, y, width, height, bits, chunk_width, capacity))
+                    << size.width << "x" << size.height << " block " << x << "," << y << " " << width << "x" << height
+                    << " bits " << int{bits} << " chunks " << chunk_width << " wide, capacity " << capacity;
+            }
+        }
+    }
+}
+
+// Runs a check with the vector kernels (where the processor has them) and
+// with the portable code.
+void with_and_without_vector_kernels(const std::function<void()>& check) {
+    for (bool vector : {true, false}) {
+        SCOPED_TRACE(vector ? "vector kernels" : "portable code");
+        velatrix::graphics::allow_vector_kernels(vector);
+        check();
+    }
+    velatrix::graphics::allow_vector_kernels(true);
+}
+
+TEST(PixelPacking, EveryBlockAndDepthMatchesThePixelWalk) { with_and_without_vector_kernels(every_block_and_depth); }
+
+TEST(PixelPacking, EveryChannelSumGivesTheSameFlagAndLevel) {
+    std::mt19937 random(1);
+    Picture picture(1, 766, random);
+    for (int sum = 0; sum <= 765; ++sum) {
+        const uint32_t r = std::min(sum, 255), g = std::min(sum - static_cast<int>(r), 255), b = sum - r - g;
+        velatrix_set_pixel(&picture.bitmap, 0, sum, r << 24 | g << 16 | b << 8 | 0xFF);
+    }
+    with_and_without_vector_kernels([&] {
+        for (uint8_t bits : {uint8_t{1}, uint8_t{4}}) {
+            EXPECT_EQ(fast_pack(&picture.bitmap, 0, 0, 1, 766, bits, 1, 2039).at(0),
+                      reference_pack(&picture.bitmap, 0, 0, 1, 766, bits, 2039));
+        }
+    });
+}
+
+// The transfer packs chunks that span the full height several at a time:
+// every report it sends carries the walk's bytes for its own rectangle.
+TEST(PixelPacking, EveryTransferredChunkMatchesThePixelWalk) {
+    std::mt19937 random(7);
+    const struct {
+        int width, height;
+    } kSizes[] = {{320, 240}, {800, 480}, {50, 7}, {40, 700}};
+    for (const auto& size : kSizes) {
+        Picture picture(size.width, size.height, random);
+        for (uint8_t bits : {uint8_t{1}, uint8_t{4}, uint8_t{8}, uint8_t{24}, uint8_t{2}}) {
+            velatrix::testing::FakeDriver fake;
+            ASSERT_EQ(velatrix_transfer_bitmap_to_device(fake.make_device(), &picture.bitmap, 5, 9, bits), 1);
+            const auto shape = velatrix::display::chunk_shape(size.width, size.height, bits);
+            const auto reports = fake.sets(103);
+            ASSERT_EQ(reports.size(), ((size.width + shape.width - 1) / shape.width) *
+                                          ((size.height + shape.height - 1) / shape.height));
+            for (const auto& report : reports) {
+                const uint32_t x = (report[1] << 8 | report[2]) - 5, y = (report[3] << 8 | report[4]) - 9;
+                const uint32_t width = report[5] << 8 | report[6], height = report[7] << 8 | report[8];
+                ASSERT_EQ(std::vector<uint8_t>(report.begin() + 10, report.end()),
+                          reference_pack(&picture.bitmap, x, y, width, height, bits, 2039))
+                    << size.width << "x" << size.height << " at " << int{bits} << " bits, chunk " << x << "," << y;
+            }
+        }
+    }
+}
+
+}  // namespace
