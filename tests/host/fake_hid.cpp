@@ -109,10 +109,25 @@ private:
 
 }  // namespace
 
+namespace {
+// Marks the watch's state when the thread that waited on it has ended: a
+// thread's thread_local objects are destroyed before a join of it returns.
+struct WaiterExit {
+    std::shared_ptr<FakeHidLayer::WatchState> state;
+    ~WaiterExit() {
+        if (!state) return;
+        std::lock_guard lock(state->mutex);
+        state->waiter_ended = true;
+    }
+};
+}  // namespace
+
 class FakeHidLayer::Watch final : public host::UsbWatch {
 public:
     explicit Watch(std::shared_ptr<WatchState> state) : state_(std::move(state)) {}
     host::UsbChange wait() override {
+        thread_local WaiterExit exit_mark;
+        exit_mark.state = state_;
         std::unique_lock lock(state_->mutex);
         state_->waiting = true;
         state_->changed.notify_all();
@@ -196,6 +211,11 @@ bool FakeHidLayer::wait_for_watcher(std::chrono::milliseconds timeout) {
 bool FakeHidLayer::watch_stopped() const {
     std::lock_guard lock(watch_->mutex);
     return watch_->stopped;
+}
+
+bool FakeHidLayer::watcher_ended() const {
+    std::lock_guard lock(watch_->mutex);
+    return watch_->waiter_ended;
 }
 
 std::unique_ptr<host::UsbWatch> FakeHidLayer::watch_usb(int& error) {

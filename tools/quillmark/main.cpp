@@ -46,8 +46,6 @@ int list_pads() {
     }
     velatrix_free_device_list(head);
     velatrix_destroy();
-    // destroy only asks the hot-plug thread to stop; join it before exiting.
-    velatrix_real_driver.thread_wait();
     return 0;
 }
 
