@@ -113,26 +113,25 @@ const char* velatrix_real_get_driver_name(void) { return "REAL"; }
 
 void velatrix_real_shutdown(void) {}
 
+// The core services (get_device_callbacks, report_error,
+// debug_report_message, driver_input_report) stay null: registration fills
+// them.
 velatrix_device_driver velatrix_real_driver = {
-    velatrix_real_driver_init,
-    velatrix_real_driver_destroy,
-    velatrix_real_open_device,
-    velatrix_real_close_device,
-    velatrix_real_list_devices,
-    velatrix_real_device_read,
-    velatrix_real_hid_set_output_report,
-    velatrix_real_hid_set_feature_report,
-    velatrix_real_hid_get_feature_report,
-    velatrix_real_get_driver_name,
-    velatrix_real_thread_running,
-    velatrix_real_thread_wait,
-    0,
-    velatrix_real_shutdown,
-    nullptr,
-    velatrix_real_free_device,
-    nullptr,
-    nullptr,
-    nullptr,
+    .init = velatrix_real_driver_init,
+    .destroy = velatrix_real_driver_destroy,
+    .open_device = velatrix_real_open_device,
+    .close_device = velatrix_real_close_device,
+    .list_devices = velatrix_real_list_devices,
+    .device_read = velatrix_real_device_read,
+    .set_output_report = velatrix_real_hid_set_output_report,
+    .set_feature_report = velatrix_real_hid_set_feature_report,
+    .get_feature_report = velatrix_real_hid_get_feature_report,
+    .get_driver_name = velatrix_real_get_driver_name,
+    .thread_running = velatrix_real_thread_running,
+    .thread_wait = velatrix_real_thread_wait,
+    .initialised = 0,
+    .shutdown = velatrix_real_shutdown,
+    .free_device = velatrix_real_free_device,
 };
 
 }  // extern "C"
