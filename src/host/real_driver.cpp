@@ -113,9 +113,7 @@ const char* velatrix_real_get_driver_name(void) { return "REAL"; }
 
 void velatrix_real_shutdown(void) {}
 
-// The core services (get_device_callbacks, report_error,
-// debug_report_message, driver_input_report) stay null: registration fills
-// them.
+// The core services stay null here: registration fills them.
 velatrix_device_driver velatrix_real_driver = {
     .init = velatrix_real_driver_init,
     .destroy = velatrix_real_driver_destroy,
@@ -131,7 +129,11 @@ velatrix_device_driver velatrix_real_driver = {
     .thread_wait = velatrix_real_thread_wait,
     .initialised = 0,
     .shutdown = velatrix_real_shutdown,
+    .get_device_callbacks = nullptr,
     .free_device = velatrix_real_free_device,
+    .report_error = nullptr,
+    .debug_report_message = nullptr,
+    .driver_input_report = nullptr,
 };
 
 }  // extern "C"

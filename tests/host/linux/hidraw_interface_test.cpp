@@ -16,6 +16,7 @@
 #include <thread>
 
 #include "host/linux/hidraw_interface.h"
+#include "host/linux/linux_layer.h"
 #include "host/linux/usb_watch.h"
 #include "host/real_device.h"
 
