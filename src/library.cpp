@@ -6,14 +6,15 @@
 #include "debug/log.h"
 #include "debug/state.h"
 #include "host/hid_host.h"
+#include "version.h"
 #include "virtual/virtual_hid_layer.h"
 #if VELATRIX_LINUX_LAYER
 #include "host/linux/linux_layer.h"
 #endif
 
 namespace {
-constexpr const char* kVersion = "2.0.98";
-constexpr const char* kBuildDate = "2018-11-16 15:17:44-0500";
+constexpr const char* kVersion = VELATRIX_VERSION_TEXT;
+constexpr const char* kBuildDate = VELATRIX_BUILD_DATE;
 
 // The built-in driver reaches pads through whichever of these it selects at
 // its start; a build without the Linux layer lists no real pads.
@@ -39,9 +40,9 @@ extern "C" {
 
 const char* velatrix_get_quillmark_version(void) { return kVersion; }
 const char* velatrix_get_quillmark_build_date(void) { return kBuildDate; }
-int velatrix_get_quillmark_version_major(void) { return 2; }
-int velatrix_get_quillmark_version_minor(void) { return 0; }
-int velatrix_get_quillmark_version_release(void) { return 98; }
+int velatrix_get_quillmark_version_major(void) { return VELATRIX_VERSION_MAJOR; }
+int velatrix_get_quillmark_version_minor(void) { return VELATRIX_VERSION_MINOR; }
+int velatrix_get_quillmark_version_release(void) { return VELATRIX_VERSION_RELEASE; }
 
 // Platform hooks: nothing to do on this platform.
 void velatrix_os_init(void) {}

@@ -163,6 +163,9 @@ VELATRIX_API int velatrix_get_quillmark_version_release(void);
 VELATRIX_API extern velatrix_list* velatrix_driver_list;
 VELATRIX_API extern velatrix_device_driver velatrix_real_driver;
 VELATRIX_API extern uint8_t use_legacy_firmware;
+/* Reserved: a spare driver record and its flag; nothing reads or writes them. */
+VELATRIX_API extern velatrix_device_driver velatrix_device_drivers;
+VELATRIX_API extern uint8_t velatrix_device_drivers_init;
 VELATRIX_API void velatrix_add_device_driver(velatrix_device_driver* driver);
 VELATRIX_API void velatrix_remove_device_driver(velatrix_device_driver* driver);
 VELATRIX_API uint32_t velatrix_get_driver_count(void);
