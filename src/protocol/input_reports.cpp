@@ -10,6 +10,7 @@
 
 #include "debug/log.h"
 #include "protocol/input_buttons.h"
+#include "protocol/input_dispatch.h"
 #include "protocol/input_fields.h"
 #include "velatrix/input.h"
 
@@ -108,7 +109,41 @@ const InputReportLayout* find_layout(uint8_t id) {
     return found != kLayouts.end() ? found : nullptr;
 }
 
+// The layout of a report that can be decoded, or null with the error set.
+// Checked before anything is allocated or decoded, so a rejected report
+// leaves the device's button state as it was.
+const InputReportLayout* accept(const uint8_t* buffer, uint32_t length) {
+    if (buffer == nullptr || length == 0) {
+        velatrix::report_error_at("velatrix_parse_input_report", kLogCore, __LINE__,
+                                  "Buffer passed into velatrix_parse_input_report was null or empty.");
+        return nullptr;
+    }
+    const InputReportLayout* layout = find_layout(buffer[0]);
+    if (layout == nullptr) {
+        velatrix::report_error_at("velatrix_parse_input_report", kLogCore, __LINE__, "Unknown input report in buffer.");
+        return nullptr;
+    }
+    if (length < layout->minimum_length) {
+        velatrix::report_error_at("velatrix_parse_input_report", kLogCore, __LINE__, "%s", layout->too_small);
+        return nullptr;
+    }
+    return layout;
+}
+
 }  // namespace
+
+bool parse_input_report_into(velatrix_device* device, const uint8_t* buffer, uint32_t length,
+                             velatrix_input_report& record) {
+    // Logged under the public parser's name: a read's log reads the same
+    // whichever of the two decoded its reports.
+    FunctionTrace trace("velatrix_parse_input_report", kLogCore, __LINE__);
+    const InputReportLayout* layout = accept(buffer, length);
+    if (layout == nullptr) return false;
+    record = velatrix_input_report{};
+    layout->decode(device, Report(buffer, length), record);
+    return true;
+}
+
 }  // namespace velatrix::input
 
 extern "C" {
@@ -116,21 +151,8 @@ extern "C" {
 velatrix_input_report* velatrix_parse_input_report(velatrix_device* device, const uint8_t* buffer, uint32_t length) {
     VELATRIX_TRACE_FUNCTION();
     using namespace velatrix::input;
-    if (buffer == nullptr || length == 0) {
-        VELATRIX_REPORT_ERROR("Buffer passed into velatrix_parse_input_report was null or empty.");
-        return nullptr;
-    }
-    // Checked before anything is allocated or decoded, so a rejected
-    // report leaves the device's button state as it was.
-    const InputReportLayout* layout = find_layout(buffer[0]);
-    if (layout == nullptr) {
-        VELATRIX_REPORT_ERROR("Unknown input report in buffer.");
-        return nullptr;
-    }
-    if (length < layout->minimum_length) {
-        VELATRIX_REPORT_ERROR("%s", layout->too_small);
-        return nullptr;
-    }
+    const InputReportLayout* layout = accept(buffer, length);
+    if (layout == nullptr) return nullptr;
     auto* record = static_cast<velatrix_input_report*>(std::calloc(1, sizeof(velatrix_input_report)));
     if (record == nullptr) {
         VELATRIX_REPORT_ERROR("Unable to allocate an input report.");
