@@ -1,6 +1,6 @@
 // Printing regions of both generations. Each record is a run of lines:
-// the common part, the generation's flags, the rectangle and colours, then
-// the lines of its type. The lines are tables; one loop prints them.
+// its type, the generation's flags, the rectangle and colours, then the
+// lines of its type. The lines are rows of the report engine's tables.
 #include <cstdio>
 #include <cstring>
 #include <span>
@@ -13,106 +13,55 @@
 namespace velatrix::protocol {
 namespace {
 
-enum class Shown : uint8_t {
-    kUnsigned,  // the value as unsigned
-    kSigned,    // the value as int
-    kColour,    // 0xRRGGBBAA printed alpha, red, green, blue
-    kText,      // the slot's characters, never beyond it
-};
+using enum PrintKind;
 
-struct Line {
-    const char* format;  // the whole line, label and newline included
-    Slot slot;
-    Shown shown = Shown::kUnsigned;
-};
+// Region lines are labelled to a fixed width with ": ", unlike the reports.
+constexpr PrintStyle kRegionStyle{19, ": "};
 
-uint32_t load(const Slot& slot, const void* record) {
-    const auto* at = static_cast<const uint8_t*>(record) + slot.offset;
-    switch (slot.size) {
-        case 1: return at[0];
-        case 2: {
-            uint16_t value;
-            std::memcpy(&value, at, sizeof value);
-            return value;
-        }
-        default: {
-            uint32_t value;
-            std::memcpy(&value, at, sizeof value);
-            return value;
-        }
-    }
-}
-
-void print_line(const Line& line, const void* record) {
-    const uint32_t value = load(line.slot, record);
-    switch (line.shown) {
-        case Shown::kUnsigned:
-            std::printf(line.format, value);
-            break;
-        case Shown::kSigned:
-            std::printf(line.format, static_cast<int>(value));
-            break;
-        case Shown::kColour:
-            std::printf(line.format, value & 0xFF, value >> 24, (value >> 16) & 0xFF, (value >> 8) & 0xFF);
-            break;
-        case Shown::kText: {
-            const auto* text = static_cast<const char*>(record) + line.slot.offset;
-            std::printf(line.format, std::string(text, strnlen(text, line.slot.size)).c_str());
-            break;
-        }
-    }
-}
-
-void print_lines(std::span<const Line> lines, const void* record) {
-    for (const Line& line : lines) print_line(line, record);
-}
-
-const char* type_name(uint32_t type) {
-    static constexpr const char* kNames[] = {"Container", "Button", "Line", "Graphic", "Text"};
-    return type < std::size(kNames) ? kNames[type] : "";
-}
+constexpr const char* kTypeNames[] = {"Container", "Button", "Line", "Graphic", "Text"};
 
 // Region table records.
 using Info = velatrix_device_region_info;
 
-constexpr Line kInfoFlags[] = {
-    {"      Accepts Touch: %hhu\n", VELATRIX_SLOT(Info, accept_touch)},
-    {"             Decode: %hhu\n", VELATRIX_SLOT(Info, decode)},
-    {"            Visible: %hhu\n", VELATRIX_SLOT(Info, visible)},
-    {"             In Use: %hhu\n", VELATRIX_SLOT(Info, in_use)},
-    {"          Has Frame: %hhu\n", VELATRIX_SLOT(Info, has_frame)},
+constexpr Field kInfoFlags[] = {
+    shown("Type", VELATRIX_SLOT(Info, type), "%s", kNameOnly, kTypeNames),
+    shown("Accepts Touch", VELATRIX_SLOT(Info, accept_touch), "%hhu"),
+    shown("Decode", VELATRIX_SLOT(Info, decode), "%hhu"),
+    shown("Visible", VELATRIX_SLOT(Info, visible), "%hhu"),
+    shown("In Use", VELATRIX_SLOT(Info, in_use), "%hhu"),
+    shown("Has Frame", VELATRIX_SLOT(Info, has_frame), "%hhu"),
 };
 
-constexpr Line kInfoPlace[] = {
-    {"         Reserved 1: %hhu\n", VELATRIX_SLOT(Info, reserved1)},
-    {"         Reserved 2: %u\n", VELATRIX_SLOT(Info, reserved2)},
-    {"                 X1: %hu\n", VELATRIX_SLOT(Info, x1)},
-    {"                 Y1: %hu\n", VELATRIX_SLOT(Info, y1)},
-    {"                 X2: %hu\n", VELATRIX_SLOT(Info, x2)},
-    {"                 Y2: %hu\n", VELATRIX_SLOT(Info, y2)},
-    {"         Foreground: #%02x%02x%02x%02x\n", VELATRIX_SLOT(Info, foreground), Shown::kColour},
-    {"         Background: #%02x%02x%02x%02x\n", VELATRIX_SLOT(Info, background), Shown::kColour},
+constexpr Field kInfoPlace[] = {
+    shown("Reserved 1", VELATRIX_SLOT(Info, reserved1), "%hhu"),
+    shown("Reserved 2", VELATRIX_SLOT(Info, reserved2), "%u"),
+    shown("X1", VELATRIX_SLOT(Info, x1), "%hu"),
+    shown("Y1", VELATRIX_SLOT(Info, y1), "%hu"),
+    shown("X2", VELATRIX_SLOT(Info, x2), "%hu"),
+    shown("Y2", VELATRIX_SLOT(Info, y2), "%hu"),
+    shown("Foreground", VELATRIX_SLOT(Info, foreground), "#%02x%02x%02x%02x", kColour),
+    shown("Background", VELATRIX_SLOT(Info, background), "#%02x%02x%02x%02x", kColour),
 };
 
-constexpr Line kInfoContainer[] = {
-    {"         Ink Enable: %hhu\n", VELATRIX_SLOT(Info, data.container.ink_enable)},
-    {"          Ink Width: %hhu\n", VELATRIX_SLOT(Info, data.container.ink_width)},
+constexpr Field kInfoContainer[] = {
+    shown("Ink Enable", VELATRIX_SLOT(Info, data.container.ink_enable), "%hhu"),
+    shown("Ink Width", VELATRIX_SLOT(Info, data.container.ink_width), "%hhu"),
 };
 
-constexpr Line kInfoButton[] = {
-    {"             Parent: %hhu\n", VELATRIX_SLOT(Info, data.button.parent)},
-    {"    Clear on Select: %hhu\n", VELATRIX_SLOT(Info, data.button.clear_on_select)},
-    {"             Enable: %hhu\n", VELATRIX_SLOT(Info, data.button.enable)},
-    {"Highlight on Select: %hhu\n", VELATRIX_SLOT(Info, data.button.highlight_on_select)},
-    {"            Caption: %s\n", VELATRIX_SLOT(Info, data.button.caption), Shown::kText},
+constexpr Field kInfoButton[] = {
+    shown("Parent", VELATRIX_SLOT(Info, data.button.parent), "%hhu"),
+    shown("Clear on Select", VELATRIX_SLOT(Info, data.button.clear_on_select), "%hhu"),
+    shown("Enable", VELATRIX_SLOT(Info, data.button.enable), "%hhu"),
+    shown("Highlight on Select", VELATRIX_SLOT(Info, data.button.highlight_on_select), "%hhu"),
+    shown("Caption", VELATRIX_SLOT(Info, data.button.caption), "%s", kText),
 };
 
-constexpr Line kInfoLine[] = {
-    {"             Parent: %hhu\n", VELATRIX_SLOT(Info, data.line.parent)},
-    {"              Width: %hhu\n", VELATRIX_SLOT(Info, data.line.width)},
+constexpr Field kInfoLine[] = {
+    shown("Parent", VELATRIX_SLOT(Info, data.line.parent), "%hhu"),
+    shown("Width", VELATRIX_SLOT(Info, data.line.width), "%hhu"),
 };
 
-std::span<const Line> info_type_lines(uint32_t type) {
+std::span<const Field> info_type_lines(uint32_t type) {
     switch (type) {
         case VELATRIX_REGION_CONTAINER: return kInfoContainer;
         case VELATRIX_REGION_BUTTON: return kInfoButton;
@@ -124,60 +73,61 @@ std::span<const Line> info_type_lines(uint32_t type) {
 // Device region records.
 using Region = velatrix_device_region;
 
-constexpr Line kRegionFlags[] = {
-    {"      Accepts Touch: %hhu\n", VELATRIX_SLOT(Region, accept_touch)},
-    {"             Decode: %hhu\n", VELATRIX_SLOT(Region, decode)},
-    {"          Has Frame: %hhu\n", VELATRIX_SLOT(Region, has_frame)},
-    {"     Output To Host: %hhu\n", VELATRIX_SLOT(Region, output_to_host)},
+constexpr Field kRegionFlags[] = {
+    shown("Type", VELATRIX_SLOT(Region, type), "%s", kNameOnly, kTypeNames),
+    shown("Accepts Touch", VELATRIX_SLOT(Region, accept_touch), "%hhu"),
+    shown("Decode", VELATRIX_SLOT(Region, decode), "%hhu"),
+    shown("Has Frame", VELATRIX_SLOT(Region, has_frame), "%hhu"),
+    shown("Output To Host", VELATRIX_SLOT(Region, output_to_host), "%hhu"),
 };
 
 // Reserved 2 is eight bytes here; its first one is shown.
-constexpr Line kRegionPlace[] = {
-    {"         Reserved 1: %hhu\n", VELATRIX_SLOT(Region, reserved1)},
-    {"         Reserved 2: %u\n", Slot{offsetof(Region, reserved2), 1, false}},
-    {"                 X1: %hu\n", VELATRIX_SLOT(Region, x1)},
-    {"                 Y1: %hu\n", VELATRIX_SLOT(Region, y1)},
-    {"                 X2: %hu\n", VELATRIX_SLOT(Region, x2)},
-    {"                 Y2: %hu\n", VELATRIX_SLOT(Region, y2)},
-    {"         Foreground: #%02x%02x%02x%02x\n", VELATRIX_SLOT(Region, foreground), Shown::kColour},
-    {"         Background: #%02x%02x%02x%02x\n", VELATRIX_SLOT(Region, background), Shown::kColour},
+constexpr Field kRegionPlace[] = {
+    shown("Reserved 1", VELATRIX_SLOT(Region, reserved1), "%hhu"),
+    shown("Reserved 2", Slot{offsetof(Region, reserved2), 1, false}, "%u"),
+    shown("X1", VELATRIX_SLOT(Region, x1), "%hu"),
+    shown("Y1", VELATRIX_SLOT(Region, y1), "%hu"),
+    shown("X2", VELATRIX_SLOT(Region, x2), "%hu"),
+    shown("Y2", VELATRIX_SLOT(Region, y2), "%hu"),
+    shown("Foreground", VELATRIX_SLOT(Region, foreground), "#%02x%02x%02x%02x", kColour),
+    shown("Background", VELATRIX_SLOT(Region, background), "#%02x%02x%02x%02x", kColour),
 };
 
-constexpr Line kRegionContainer[] = {
-    {"         Ink Enable: %hhu\n", VELATRIX_SLOT(Region, data.container.ink_enabled)},
-    {"          Ink Width: %hhu\n", VELATRIX_SLOT(Region, data.container.ink_width)},
+constexpr Field kRegionContainer[] = {
+    shown("Ink Enable", VELATRIX_SLOT(Region, data.container.ink_enabled), "%hhu"),
+    shown("Ink Width", VELATRIX_SLOT(Region, data.container.ink_width), "%hhu"),
 };
 
-constexpr Line kRegionButton[] = {
-    {"    Clear on Select: %hhu\n", VELATRIX_SLOT(Region, data.button.clear_on_select)},
-    {"             Enable: %hhu\n", VELATRIX_SLOT(Region, data.button.enable)},
-    {"Highlight on Select: %hhu\n", VELATRIX_SLOT(Region, data.button.highlight_on_select)},
-    {"  Confirm on Select: %hhu\n", VELATRIX_SLOT(Region, data.button.confirm_on_select)},
-    {"       Use Resource: %hhu\n", VELATRIX_SLOT(Region, data.button.use_resource)},
-    {"            Caption: %s\n", VELATRIX_SLOT(Region, data.button.caption), Shown::kText},
-    {"Resource Number Normal: %u\n", VELATRIX_SLOT(Region, data.button.resource_number_normal)},
-    {"Resource Number Selected: %u\n", VELATRIX_SLOT(Region, data.button.resource_number_selected)},
+constexpr Field kRegionButton[] = {
+    shown("Clear on Select", VELATRIX_SLOT(Region, data.button.clear_on_select), "%hhu"),
+    shown("Enable", VELATRIX_SLOT(Region, data.button.enable), "%hhu"),
+    shown("Highlight on Select", VELATRIX_SLOT(Region, data.button.highlight_on_select), "%hhu"),
+    shown("Confirm on Select", VELATRIX_SLOT(Region, data.button.confirm_on_select), "%hhu"),
+    shown("Use Resource", VELATRIX_SLOT(Region, data.button.use_resource), "%hhu"),
+    shown("Caption", VELATRIX_SLOT(Region, data.button.caption), "%s", kText),
+    shown("Resource Number Normal", VELATRIX_SLOT(Region, data.button.resource_number_normal), "%u"),
+    shown("Resource Number Selected", VELATRIX_SLOT(Region, data.button.resource_number_selected), "%u"),
 };
 
-constexpr Line kRegionLine[] = {
-    {"             Parent: %hhu\n", VELATRIX_SLOT(Region, data.line.parent)},
-    {"              Width: %hhu\n", VELATRIX_SLOT(Region, data.line.width)},
+constexpr Field kRegionLine[] = {
+    shown("Parent", VELATRIX_SLOT(Region, data.line.parent), "%hhu"),
+    shown("Width", VELATRIX_SLOT(Region, data.line.width), "%hhu"),
 };
 
-constexpr Line kRegionGraphic[] = {
-    {"     Graphic Number: %u\n", VELATRIX_SLOT(Region, data.graphic.resource_number)},
-    {"Horizontal Justification: %i\n", VELATRIX_SLOT(Region, data.graphic.horizontal_justification), Shown::kSigned},
-    {"Vertical Justification: %i\n", VELATRIX_SLOT(Region, data.graphic.vertical_justification), Shown::kSigned},
+constexpr Field kRegionGraphic[] = {
+    shown("Graphic Number", VELATRIX_SLOT(Region, data.graphic.resource_number), "%u"),
+    shown("Horizontal Justification", VELATRIX_SLOT(Region, data.graphic.horizontal_justification), "%i"),
+    shown("Vertical Justification", VELATRIX_SLOT(Region, data.graphic.vertical_justification), "%i"),
 };
 
-constexpr Line kRegionText[] = {
-    {"    Resource Number: %u\n", VELATRIX_SLOT(Region, data.text.resource_number)},
-    {"        Font Number: %u\n", VELATRIX_SLOT(Region, data.text.font_number)},
-    {"Horizontal Justification: %i\n", VELATRIX_SLOT(Region, data.text.horizontal_justification), Shown::kSigned},
-    {"Vertical Justification: %i\n", VELATRIX_SLOT(Region, data.text.vertical_justification), Shown::kSigned},
+constexpr Field kRegionText[] = {
+    shown("Resource Number", VELATRIX_SLOT(Region, data.text.resource_number), "%u"),
+    shown("Font Number", VELATRIX_SLOT(Region, data.text.font_number), "%u"),
+    shown("Horizontal Justification", VELATRIX_SLOT(Region, data.text.horizontal_justification), "%i"),
+    shown("Vertical Justification", VELATRIX_SLOT(Region, data.text.vertical_justification), "%i"),
 };
 
-std::span<const Line> region_type_lines(uint32_t type) {
+std::span<const Field> region_type_lines(uint32_t type) {
     switch (type) {
         case VELATRIX_REGION_CONTAINER: return kRegionContainer;
         case VELATRIX_REGION_BUTTON: return kRegionButton;
@@ -189,9 +139,9 @@ std::span<const Line> region_type_lines(uint32_t type) {
 }
 
 struct Generation {
-    std::span<const Line> flags;
-    std::span<const Line> place;
-    std::span<const Line> (*type_lines)(uint32_t type);
+    std::span<const Field> flags;
+    std::span<const Field> place;
+    std::span<const Field> (*type_lines)(uint32_t type);
 };
 
 template <class Record>
@@ -204,10 +154,9 @@ void print_records(const Record* records, uint32_t count, const Generation& gene
     for (uint32_t i = 0; i < count; ++i) {
         const Record& record = records[i];
         std::printf("   Region %u:\n", static_cast<unsigned>(record.number));
-        std::printf("               Type: %s\n", type_name(record.type));
-        print_lines(generation.flags, &record);
-        print_lines(generation.place, &record);
-        print_lines(generation.type_lines(record.type), &record);
+        print_fields(generation.flags, &record, kRegionStyle);
+        print_fields(generation.place, &record, kRegionStyle);
+        print_fields(generation.type_lines(record.type), &record, kRegionStyle);
     }
 }
 

@@ -92,7 +92,7 @@ void print_number(const char* format, int64_t value) {
     }
 }
 
-void print_field(const Field& field, int width, const uint8_t* record) {
+void print_field(const Field& field, int width, const char* separator, const uint8_t* record) {
     if (field.print == PrintKind::kHexDump) {
         std::printf("%*s =\n", width, field.label);
         for (uint16_t i = 0; i < field.slot.size; ++i) {
@@ -102,7 +102,7 @@ void print_field(const Field& field, int width, const uint8_t* record) {
         if (field.slot.size % 8 != 0) std::printf("\n");
         return;
     }
-    std::printf("%*s = ", width, field.label);
+    std::printf("%*s%s", width, field.label, separator);
     switch (field.print) {
         case PrintKind::kNumber:
             print_number(field.format, load(field.slot, record));
@@ -126,9 +126,20 @@ void print_field(const Field& field, int width, const uint8_t* record) {
             std::printf(field.format, value, known ? field.names[static_cast<size_t>(value)] : "UNKNOWN");
             break;
         }
+        case PrintKind::kNameOnly: {
+            const auto value = load(field.slot, record);
+            const bool known = value >= 0 && static_cast<size_t>(value) < field.names.size();
+            std::printf(field.format, known ? field.names[static_cast<size_t>(value)] : "");
+            break;
+        }
         case PrintKind::kBitOf:
             std::printf(field.format, static_cast<int>((load(field.slot, record) >> field.bit) & 1));
             break;
+        case PrintKind::kColour: {
+            const auto value = static_cast<uint32_t>(load(field.slot, record));
+            std::printf(field.format, value & 0xFF, value >> 24, (value >> 16) & 0xFF, (value >> 8) & 0xFF);
+            break;
+        }
         case PrintKind::kHidden:
         case PrintKind::kHexDump:
             break;
@@ -228,13 +239,19 @@ void print_report(const ReportLayout& layout, const void* record) {
         std::printf("  NULL\n");
         return;
     }
-    size_t width = 0;
-    for (const Field& field : layout.fields) {
-        if (field.print != PrintKind::kHidden) width = std::max(width, std::strlen(field.label));
+    print_fields(layout.fields, record);
+}
+
+void print_fields(std::span<const Field> fields, const void* record, const PrintStyle& style) {
+    size_t width = static_cast<size_t>(style.width);
+    if (width == 0) {
+        for (const Field& field : fields) {
+            if (field.print != PrintKind::kHidden) width = std::max(width, std::strlen(field.label));
+        }
     }
-    for (const Field& field : layout.fields) {
+    for (const Field& field : fields) {
         if (field.print != PrintKind::kHidden)
-            print_field(field, static_cast<int>(width), static_cast<const uint8_t*>(record));
+            print_field(field, static_cast<int>(width), style.separator, static_cast<const uint8_t*>(record));
     }
 }
 

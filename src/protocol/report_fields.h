@@ -63,7 +63,9 @@ enum class PrintKind : uint8_t {
     kDotted,   // each byte with `format`, joined by '.'
     kHexDump,  // "<label> =" on its own line, then "%02x " per byte
     kNamed,    // `format` ("%d: %s") with the value and its name from `names`
+    kNameOnly, // `format` ("%s") with the value's name from `names`, "" when it has none
     kBitOf,    // `format` with bit `bit` of the record value (0 or 1)
+    kColour,   // `format` with alpha, red, green, blue of a 0xRRGGBBAA value
 };
 
 struct Field {
@@ -129,6 +131,22 @@ template <class Record, size_t N>
 constexpr ReportLayout layout_of(uint8_t id, const char* header, const Field (&fields)[N],
                                  void (*after_read)(std::span<const uint8_t>, void*) = nullptr) {
     return ReportLayout{id, report_length(id), sizeof(Record), header, fields, after_read};
+}
+
+// How the lines of a print look: labels right-aligned to `width` (0: to the
+// longest printed label), then `separator`, then the value.
+struct PrintStyle {
+    int width = 0;
+    const char* separator = " = ";
+};
+
+// One line per printed field, in table order.
+void print_fields(std::span<const Field> fields, const void* record, const PrintStyle& style = {});
+
+// A row that only prints (regions are packed by their own tables).
+constexpr Field shown(const char* label, Slot slot, const char* format, PrintKind print = PrintKind::kNumber,
+                      std::span<const char* const> names = {}) {
+    return Field{label, none(), slot, print, format, names};
 }
 
 // A row whose label is the record member's name.
