@@ -102,6 +102,11 @@ void print_field(const Field& field, int width, const char* separator, const uin
         if (field.slot.size % 8 != 0) std::printf("\n");
         return;
     }
+    if (field.print == PrintKind::kHexRun) {
+        std::printf("%*s =\n", width, field.label);
+        for (uint16_t i = 0; i < field.slot.size; ++i) std::printf(field.format, record[field.slot.offset + i]);
+        return;
+    }
     std::printf("%*s%s", width, field.label, separator);
     switch (field.print) {
         case PrintKind::kNumber:
@@ -142,6 +147,7 @@ void print_field(const Field& field, int width, const char* separator, const uin
         }
         case PrintKind::kHidden:
         case PrintKind::kHexDump:
+        case PrintKind::kHexRun:
             break;
     }
     std::printf("\n");
@@ -154,6 +160,7 @@ void unpack_report(const ReportLayout& layout, std::span<const uint8_t> buffer, 
         const Wire& wire = field.wire;
         switch (wire.kind) {
             case WireKind::kNone:
+            case WireKind::kConst:
                 break;
             case WireKind::kByte:
                 store(field.slot, record, buffer[wire.offset]);
@@ -207,6 +214,9 @@ void pack_report(const ReportLayout& layout, const void* record, std::span<uint8
                 std::memcpy(buffer.data() + wire.offset, static_cast<const uint8_t*>(record) + field.slot.offset,
                             wire.width);
                 break;
+            case WireKind::kConst:
+                buffer[wire.offset] |= wire.value;
+                break;
         }
     }
     // The report id row (if any) copied the record's id; the layout's wins.
@@ -218,8 +228,10 @@ bool read_report(velatrix_device* device, const ReportLayout& layout, void* reco
     std::vector<uint8_t> buffer(layout.length, 0);
     buffer[0] = layout.id;
     if (velatrix_hid_get_feature_report(device, buffer.data(), layout.length) != 1) {
-        velatrix_debug_report_message(function, kLogCore, __LINE__, VELATRIX_LEVEL_WARNING,
-                                      "Unable to get report: %s", velatrix_get_last_error());
+        if (function != nullptr) {
+            velatrix_debug_report_message(function, kLogCore, __LINE__, VELATRIX_LEVEL_WARNING,
+                                          "Unable to get report: %s", velatrix_get_last_error());
+        }
         return false;
     }
     unpack_report(layout, buffer, record);
@@ -239,12 +251,12 @@ void print_report(const ReportLayout& layout, const void* record) {
         std::printf("  NULL\n");
         return;
     }
-    print_fields(layout.fields, record);
+    print_fields(layout.fields, record, layout.style);
 }
 
 void print_fields(std::span<const Field> fields, const void* record, const PrintStyle& style) {
     size_t width = static_cast<size_t>(style.width);
-    if (width == 0) {
+    if (width == 0 && style.aligned) {
         for (const Field& field : fields) {
             if (field.print != PrintKind::kHidden) width = std::max(width, std::strlen(field.label));
         }
