@@ -156,7 +156,11 @@ void print_field(const Field& field, int width, const char* separator, const uin
 }  // namespace
 
 void unpack_report(const ReportLayout& layout, std::span<const uint8_t> buffer, void* record) {
-    for (const Field& field : layout.fields) {
+    unpack_fields(layout.fields, buffer, record);
+}
+
+void unpack_fields(std::span<const Field> fields, std::span<const uint8_t> buffer, void* record) {
+    for (const Field& field : fields) {
         const Wire& wire = field.wire;
         switch (wire.kind) {
             case WireKind::kNone:
@@ -177,6 +181,9 @@ void unpack_report(const ReportLayout& layout, std::span<const uint8_t> buffer, 
                 store(field.slot, record, (buffer[wire.offset] >> wire.shift) & mask);
                 break;
             }
+            case WireKind::kMasked:
+                store(field.slot, record, buffer[wire.offset] & wire.value);
+                break;
             case WireKind::kBytes:
                 std::memcpy(static_cast<uint8_t*>(record) + field.slot.offset, buffer.data() + wire.offset,
                             wire.width);
@@ -216,6 +223,9 @@ void pack_report(const ReportLayout& layout, const void* record, std::span<uint8
                 break;
             case WireKind::kConst:
                 buffer[wire.offset] |= wire.value;
+                break;
+            case WireKind::kMasked:
+                buffer[wire.offset] |= static_cast<uint8_t>(load(field.slot, record) & wire.value);
                 break;
         }
     }

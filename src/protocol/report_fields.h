@@ -24,6 +24,7 @@ enum class WireKind : uint8_t {
     kFlag,   // bit `shift`; written as 1 when the record value is non-zero
     kBytes,  // `width` raw bytes
     kConst,  // a fixed byte `value` OR-ed in on writes; reads ignore it
+    kMasked, // the byte AND `value`, kept in place (not shifted down)
 };
 
 struct Wire {
@@ -31,7 +32,7 @@ struct Wire {
     uint16_t offset = 0;
     uint8_t shift = 0;
     uint16_t width = 0;  // bits for kBits, bytes for kBytes
-    uint8_t value = 0;   // kConst
+    uint8_t value = 0;   // kConst, kMasked
 };
 
 constexpr Wire none() { return {}; }
@@ -45,6 +46,7 @@ constexpr Wire bit(uint16_t offset, uint8_t which) { return bits(offset, which, 
 constexpr Wire flag(uint16_t offset, uint8_t which) { return {WireKind::kFlag, offset, which, 1}; }
 constexpr Wire raw(uint16_t offset, uint16_t count) { return {WireKind::kBytes, offset, 0, count}; }
 constexpr Wire constant(uint16_t offset, uint8_t value) { return {WireKind::kConst, offset, 0, 1, value}; }
+constexpr Wire masked(uint16_t offset, uint8_t mask) { return {WireKind::kMasked, offset, 0, 1, mask}; }
 
 // Where a field sits in the C record.
 struct Slot {
@@ -115,6 +117,9 @@ int write_report(velatrix_device* device, const ReportLayout& layout, const void
 // Packs the record into `buffer` (which must hold layout.length bytes).
 void pack_report(const ReportLayout& layout, const void* record, std::span<uint8_t> buffer);
 void unpack_report(const ReportLayout& layout, std::span<const uint8_t> buffer, void* record);
+// The rows alone, for records that are not feature reports (input reports).
+// The buffer must hold every row's bytes.
+void unpack_fields(std::span<const Field> fields, std::span<const uint8_t> buffer, void* record);
 
 // Prints the header and one line per printed field with the labels
 // right-aligned on the "=", or "  NULL\n" for a null record.
