@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "debug/log.h"
@@ -12,31 +13,28 @@
 namespace velatrix::protocol {
 namespace {
 
+// A record member of `Unsigned`'s width, widened as its slot says.
+template <class Unsigned>
+int64_t load_as(const uint8_t* at, bool is_signed) {
+    Unsigned value;
+    std::memcpy(&value, at, sizeof value);
+    return is_signed ? int64_t{static_cast<std::make_signed_t<Unsigned>>(value)} : static_cast<int64_t>(value);
+}
+
+template <class Unsigned>
+void store_as(uint8_t* at, uint64_t bits) {
+    const auto value = static_cast<Unsigned>(bits);
+    std::memcpy(at, &value, sizeof value);
+}
+
 int64_t load(const Slot& slot, const void* record) {
     const auto* at = static_cast<const uint8_t*>(record) + slot.offset;
     switch (slot.size) {
-        case 1: {
-            uint8_t v;
-            std::memcpy(&v, at, 1);
-            return slot.is_signed ? int64_t{static_cast<int8_t>(v)} : int64_t{v};
-        }
-        case 2: {
-            uint16_t v;
-            std::memcpy(&v, at, 2);
-            return slot.is_signed ? int64_t{static_cast<int16_t>(v)} : int64_t{v};
-        }
-        case 4: {
-            uint32_t v;
-            std::memcpy(&v, at, 4);
-            return slot.is_signed ? int64_t{static_cast<int32_t>(v)} : int64_t{v};
-        }
-        case 8: {
-            int64_t v;
-            std::memcpy(&v, at, 8);
-            return v;
-        }
-        default:
-            return 0;
+        case 1: return load_as<uint8_t>(at, slot.is_signed);
+        case 2: return load_as<uint16_t>(at, slot.is_signed);
+        case 4: return load_as<uint32_t>(at, slot.is_signed);
+        case 8: return load_as<uint64_t>(at, true);
+        default: return 0;
     }
 }
 
@@ -44,26 +42,11 @@ void store(const Slot& slot, void* record, int64_t value) {
     auto* at = static_cast<uint8_t*>(record) + slot.offset;
     const auto bits = static_cast<uint64_t>(value);
     switch (slot.size) {
-        case 1: {
-            const auto v = static_cast<uint8_t>(bits);
-            std::memcpy(at, &v, 1);
-            break;
-        }
-        case 2: {
-            const auto v = static_cast<uint16_t>(bits);
-            std::memcpy(at, &v, 2);
-            break;
-        }
-        case 4: {
-            const auto v = static_cast<uint32_t>(bits);
-            std::memcpy(at, &v, 4);
-            break;
-        }
-        case 8:
-            std::memcpy(at, &bits, 8);
-            break;
-        default:
-            break;
+        case 1: store_as<uint8_t>(at, bits); break;
+        case 2: store_as<uint16_t>(at, bits); break;
+        case 4: store_as<uint32_t>(at, bits); break;
+        case 8: store_as<uint64_t>(at, bits); break;
+        default: break;
     }
 }
 
