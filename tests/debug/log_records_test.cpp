@@ -320,6 +320,7 @@ TEST_F(LogRecords, HandlersChangeWhileAnotherThreadLogs) {
     }
     logger.join();
     EXPECT_EQ(steady.calls.size(), 2u * kRecords) << "a publish and a flush per record";
+    EXPECT_EQ(velatrix_debug_remove_handler(&steady.handler), 1);
 }
 
 }  // namespace
