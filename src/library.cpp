@@ -1,14 +1,31 @@
 // Start-up and shut-down: the one place that wires the debug log, the
-// driver registry and the built-in driver together.
+// driver registry, the built-in driver and its HID access layers together.
 #include "velatrix/device.h"
 #include "velatrix/input.h"
 
 #include "debug/log.h"
 #include "debug/state.h"
+#include "host/hid_host.h"
+#include "version.h"
+#include "virtual/virtual_hid_layer.h"
+#if VELATRIX_LINUX_LAYER
+#include "host/linux/linux_layer.h"
+#endif
 
 namespace {
-constexpr const char* kVersion = "2.0.98";
-constexpr const char* kBuildDate = "2018-11-16 15:17:44-0500";
+constexpr const char* kVersion = VELATRIX_VERSION_TEXT;
+constexpr const char* kBuildDate = VELATRIX_BUILD_DATE;
+
+// The built-in driver reaches pads through whichever of these it selects at
+// its start; a build without the Linux layer lists no real pads.
+void register_access_layers() {
+    velatrix::host::AccessLayers layers;
+#if VELATRIX_LINUX_LAYER
+    layers.platform = &velatrix::host::platform_access_layer;
+#endif
+    layers.simulated = &velatrix::host::virtual_access_layer;
+    velatrix::host::register_access_layers(layers);
+}
 
 template <typename Visit>
 void for_each_driver(Visit visit) {
@@ -23,9 +40,9 @@ extern "C" {
 
 const char* velatrix_get_quillmark_version(void) { return kVersion; }
 const char* velatrix_get_quillmark_build_date(void) { return kBuildDate; }
-int velatrix_get_quillmark_version_major(void) { return 2; }
-int velatrix_get_quillmark_version_minor(void) { return 0; }
-int velatrix_get_quillmark_version_release(void) { return 98; }
+int velatrix_get_quillmark_version_major(void) { return VELATRIX_VERSION_MAJOR; }
+int velatrix_get_quillmark_version_minor(void) { return VELATRIX_VERSION_MINOR; }
+int velatrix_get_quillmark_version_release(void) { return VELATRIX_VERSION_RELEASE; }
 
 // Platform hooks: nothing to do on this platform.
 void velatrix_os_init(void) {}
@@ -63,6 +80,7 @@ void velatrix_init(void) {
     VELATRIX_LOG(VELATRIX_LEVEL_INFO, "Initalizing Quillmark Native library, version: %s, date: %s", kVersion,
                  kBuildDate);
     if (velatrix_driver_list == nullptr) velatrix_driver_list = velatrix_create_list();
+    register_access_layers();
     velatrix_add_device_driver(&velatrix_real_driver);
     velatrix_os_init();
     velatrix_load_additional_drivers();

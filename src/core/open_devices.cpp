@@ -4,6 +4,7 @@
 #include "velatrix/threads.h"
 
 #include "core/hotplug_callbacks.h"
+#include "core/open_devices.h"
 #include "debug/log.h"
 
 namespace {
@@ -16,6 +17,19 @@ velatrix_list* velatrix_device_callbacks = nullptr;
 }  // namespace
 
 namespace velatrix {
+void add_open_device(velatrix_device* device) {
+    velatrix_lock_open_devices();
+    if (velatrix_open_devices == nullptr) velatrix_open_devices = velatrix_create_list();
+    velatrix_list_add(velatrix_open_devices, device);
+    velatrix_unlock_open_devices();
+}
+
+void remove_open_device(velatrix_device* device) {
+    velatrix_lock_open_devices();
+    velatrix_list_remove_ptr(velatrix_open_devices, device);
+    velatrix_unlock_open_devices();
+}
+
 std::recursive_mutex& hotplug_callbacks_mutex() {
     static std::recursive_mutex mutex;
     return mutex;

@@ -6,6 +6,7 @@
 #include <cstdarg>
 #include <cstdlib>
 #include <ctime>
+#include <mutex>
 
 #include "debug/state.h"
 
@@ -46,6 +47,15 @@ velatrix_debug_handler* handler_of(const velatrix_list_node* node) {
     return static_cast<velatrix_debug_handler*>(node->value);
 }
 
+// Held while the handler list is walked or changed: any thread logs while
+// an application may add or remove a handler. Recursive, because a handler
+// may log, and adding one from the environment happens inside start-up.
+// Never destroyed, so that a thread logging during exit finds it intact.
+std::recursive_mutex& handlers_mutex() {
+    static auto* mutex = new std::recursive_mutex;
+    return *mutex;
+}
+
 }  // namespace
 }  // namespace velatrix::debug
 
@@ -69,6 +79,7 @@ void velatrix_debug_init(const char* new_label) {
     debugLevel = VELATRIX_LEVEL_NONE;
     maxLevel.store(VELATRIX_LEVEL_NONE, std::memory_order_relaxed);
     label = new_label;
+    std::lock_guard lock(handlers_mutex());
     velatrix_list_free(handlers);
     handlers = velatrix_create_list();
 
@@ -88,13 +99,16 @@ void velatrix_debug_init(const char* new_label) {
 
 void velatrix_debug_destroy(void) {
     if (!is_initialised()) return;
-    for (velatrix_list_node* node = handlers != nullptr ? handlers->head : nullptr; node != nullptr;
-         node = node->next) {
-        velatrix_debug_handler* handler = handler_of(node);
-        if (handler->close != nullptr) handler->close(handler);
+    {
+        std::lock_guard lock(handlers_mutex());
+        for (velatrix_list_node* node = handlers != nullptr ? handlers->head : nullptr; node != nullptr;
+             node = node->next) {
+            velatrix_debug_handler* handler = handler_of(node);
+            if (handler->close != nullptr) handler->close(handler);
+        }
+        velatrix_list_free(handlers);
+        handlers = nullptr;
     }
-    velatrix_list_free(handlers);
-    handlers = nullptr;
     close_trace();
     release(debugPath);
     release(debugFile);
@@ -119,13 +133,16 @@ void velatrix_debug_report_message_va(const char* function, const char* file, in
         velatrix_debug_create_message(function, file, line, std::time(nullptr), velatrix_debug_get_current_process_id(),
                                       velatrix_debug_get_current_thread_id(), level, format, arguments);
     if (message == nullptr) return;
-    for (velatrix_list_node* node = handlers != nullptr ? handlers->head : nullptr; node != nullptr;
-         node = node->next) {
-        velatrix_debug_handler* handler = handler_of(node);
-        if (handler->level > level) continue;
-        if (handler->filter != nullptr && !handler->filter(handler, message)) continue;
-        if (handler->publish != nullptr) handler->publish(handler, message);
-        if (handler->flush != nullptr) handler->flush(handler);
+    {
+        std::lock_guard lock(handlers_mutex());
+        for (velatrix_list_node* node = handlers != nullptr ? handlers->head : nullptr; node != nullptr;
+             node = node->next) {
+            velatrix_debug_handler* handler = handler_of(node);
+            if (handler->level > level) continue;
+            if (handler->filter != nullptr && !handler->filter(handler, message)) continue;
+            if (handler->publish != nullptr) handler->publish(handler, message);
+            if (handler->flush != nullptr) handler->flush(handler);
+        }
     }
     velatrix_debug_free_message(message);
 }
@@ -165,6 +182,7 @@ void velatrix_debug_free_message(velatrix_debug_message* message) {
 
 void velatrix_debug_add_handler(velatrix_debug_handler* handler) {
     if (handler == nullptr) return;
+    std::lock_guard lock(handlers_mutex());
     velatrix_list_add(handlers, handler);
     velatrix_debug_recalculate_debug_level();
 }
@@ -172,12 +190,14 @@ void velatrix_debug_add_handler(velatrix_debug_handler* handler) {
 int velatrix_debug_remove_handler(velatrix_debug_handler* handler) {
     // The threshold stays where it is: at worst lower than needed, which
     // only costs formatting for records nobody takes.
+    std::lock_guard lock(handlers_mutex());
     return velatrix_list_remove_ptr(handlers, handler);
 }
 
 velatrix_list* velatrix_debug_get_handlers(void) { return handlers; }
 
 void velatrix_debug_recalculate_debug_level(void) {
+    std::lock_guard lock(handlers_mutex());
     uint32_t lowest = VELATRIX_LEVEL_NONE;
     for (velatrix_list_node* node = handlers != nullptr ? handlers->head : nullptr; node != nullptr;
          node = node->next) {

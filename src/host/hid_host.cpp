@@ -28,14 +28,21 @@ public:
 };
 
 std::mutex selection_mutex;
+AccessLayers registered;
 HidAccessLayer* selected = nullptr;
 std::atomic<HidAccessLayer*> injected{nullptr};
 // Set by simulate_virtual_pads; negative leaves the choice to the environment.
 std::atomic<long> simulated{-1};
 
+UnavailableLayer& unavailable() {
+    static UnavailableLayer layer;
+    return layer;
+}
+
 HidAccessLayer& simulated_layer(unsigned long count) {
     VELATRIX_LOG_IN(kLogHost, VELATRIX_LEVEL_INFO, "Simulating %lu virtual pads", count);
-    return virtual_access_layer(static_cast<unsigned>(count));
+    if (registered.simulated == nullptr) return unavailable();
+    return registered.simulated(static_cast<unsigned>(count));
 }
 
 HidAccessLayer& choose_layer() {
@@ -47,15 +54,16 @@ HidAccessLayer& choose_layer() {
         if (end == simulate) count = 0;
         return simulated_layer(count);
     }
-#if __has_include(<libudev.h>)
-    return platform_access_layer();
-#else
-    static UnavailableLayer unavailable;
-    return unavailable;
-#endif
+    if (registered.platform == nullptr) return unavailable();
+    return registered.platform();
 }
 
 }  // namespace
+
+void register_access_layers(const AccessLayers& layers) {
+    std::lock_guard lock(selection_mutex);
+    registered = layers;
+}
 
 void select_access_layer() {
     std::lock_guard lock(selection_mutex);

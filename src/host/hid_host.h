@@ -1,7 +1,9 @@
 // The HID access layer: the few operations the built-in host driver needs
 // from an operating system's HID service. The driver is written once against
 // this interface; src/host/linux/ implements it over hidraw + libudev and
-// src/virtual/ over a bus of virtual pads.
+// src/virtual/ over a bus of virtual pads. Both sit above the driver and
+// are handed to it by the library's start-up (register_access_layers): the
+// driver names neither.
 //
 // Every contract below states when the operation is called, on which thread,
 // whether and how long it may block, what it returns and what it must never
@@ -174,6 +176,18 @@ public:
     virtual std::unique_ptr<UsbWatch> watch_usb(int& error) = 0;
 };
 
+// The access layers a build offers. Registered by the library's start-up
+// before the driver starts; a layer the build lacks stays null.
+struct AccessLayers {
+    // The operating system's HID service (a process-wide instance). Null:
+    // this build reaches no real pads; nothing is listed or opened.
+    HidAccessLayer& (*platform)() = nullptr;
+    // The virtual bus (a process-wide instance) with `pad_count` pads
+    // plugged in when it is first made.
+    HidAccessLayer& (*simulated)(unsigned pad_count) = nullptr;
+};
+void register_access_layers(const AccessLayers& layers);
+
 // The access layer in use. Chosen by select_access_layer(); when that has
 // not run yet, it runs first.
 HidAccessLayer& access_layer();
@@ -193,13 +207,5 @@ void simulate_virtual_pads(long count);
 // For tests: use `layer` (owned by the caller, must outlive its use) instead
 // of the selected one; null ends the injection.
 void set_access_layer(HidAccessLayer* layer);
-
-// Provided by src/host/linux/: the hidraw + libudev layer (a process-wide
-// instance).
-HidAccessLayer& platform_access_layer();
-
-// Provided by src/virtual/: the virtual bus (a process-wide instance) with
-// `pad_count` pads plugged in when it is first made.
-HidAccessLayer& virtual_access_layer(unsigned pad_count);
 
 }  // namespace velatrix::host

@@ -206,10 +206,11 @@ int velatrix_real_driver_destroy(velatrix_device_driver* driver) {
         velatrix_set_device_callbacks(nullptr);
     }
     if (watch != nullptr) watch->stop();
-    // Its last log records must be written before velatrix_destroy closes
-    // the log. Once it has ended it is joined at once; a thread still busy
-    // in an application callback (or destroy called from one) is left to
-    // thread_wait.
+    // Joined here, so that a program needs nothing more than destroy to
+    // end cleanly, and so that its last log records are written before
+    // velatrix_destroy closes the log. Only a thread still busy in an
+    // application callback after the wait (or destroy called from inside
+    // one) is left running; the next start or the exit hook joins it.
     if (wait_thread_end() && !on_hotplug_thread) join_thread();
     return 1;
 }

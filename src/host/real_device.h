@@ -3,7 +3,10 @@
 // the HID access layer (hid_host.h).
 #pragma once
 
+#include <array>
 #include <atomic>
+#include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -13,21 +16,49 @@
 
 #define VELATRIX_VENDOR_ID VELATRIX_VENDOR_ID_VALUE
 
-// One raw input report waiting in a device's queue.
-struct velatrix_pending_report {
-    uint8_t* buffer;
-    uint32_t length;
+namespace velatrix::host {
+
+// Raw input reports waiting for dispatch, in arrival order. A read queues
+// what one wait delivered and then dispatches all of it, so the queue is
+// empty between reads: its slots are made once, at open, and reused, and
+// the read path allocates nothing per report. Only a single wait that
+// delivers more reports than ever before adds slots (the kernel's hidraw
+// queue holds 64; the virtual bus may hand over a whole stroke at once).
+class PendingReports {
+public:
+    static constexpr std::size_t kInitialSlots = 64;
+
+    // Drops whatever is queued and readies the slots (at open).
+    void reset();
+    // Copies one report in (cut to kInputBufferSize).
+    void push(std::span<const uint8_t> report);
+    std::size_t size() const { return count_; }
+    std::span<const uint8_t> at(std::size_t index) const {
+        return {slots_[index].bytes.data(), slots_[index].length};
+    }
+    void clear() { count_ = 0; }
+
+private:
+    struct Slot {
+        uint32_t length = 0;
+        std::array<uint8_t, kInputBufferSize> bytes;
+    };
+    std::vector<Slot> slots_;
+    std::size_t count_ = 0;
 };
 
+}  // namespace velatrix::host
+
 // The whole device record this driver makes: the common members, then the
-// driver's own. One zeroed allocation (velatrix_real_free_device releases it).
+// driver's own. Made with `new velatrix_real_device{}` (the common part
+// zeroed) and deleted by velatrix_real_free_device.
 struct velatrix_real_device {
     velatrix_device common;
     // The opened interface. Kept (closed) after a close so a reader that is
     // still leaving its wait never meets a freed object; replaced at the
     // next open, deleted with the record.
-    velatrix::host::HidInterface* hid_device;
-    velatrix_list* pending_reports;
+    std::unique_ptr<velatrix::host::HidInterface> hid_device;
+    velatrix::host::PendingReports pending_reports;
     // Name of the device's private input source ("ZEMI_%p"), for the log.
     char run_loop_mode[32];
     uint8_t scheduled;
@@ -60,9 +91,6 @@ struct PathChanges {
 PathChanges diff_path_snapshots();
 // Frees both snapshots (process end, or a test's clean slate).
 void clear_path_snapshots();
-
-// Drops every queued report of the device and the queue itself.
-void free_pending_reports(velatrix_real_device* device);
 
 // The interfaces present now; false (with the error reported) when the HID
 // service could not be asked. Listing and opening both start here.

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <algorithm>
 #include <new>
 
 #include "debug/log.h"
@@ -17,9 +18,8 @@ namespace {
 char* copy_text(const std::optional<std::string>& text) { return text ? strdup(text->c_str()) : nullptr; }
 
 velatrix_real_device* make_record(const HidInterfaceInfo& info, velatrix_device_driver* driver) {
-    void* memory = std::calloc(1, sizeof(velatrix_real_device));
-    if (memory == nullptr) return nullptr;
-    auto* record = new (memory) velatrix_real_device{};
+    auto* record = new (std::nothrow) velatrix_real_device{};
+    if (record == nullptr) return nullptr;
     velatrix_device& device = record->common;
     device.path = static_cast<char*>(std::calloc(1, 256));
     if (device.path != nullptr) std::snprintf(device.path, 256, "%s", device_path(info).c_str());
@@ -33,16 +33,16 @@ velatrix_real_device* make_record(const HidInterfaceInfo& info, velatrix_device_
 
 }  // namespace
 
-void free_pending_reports(velatrix_real_device* device) {
-    velatrix_list* queue = device->pending_reports;
-    if (queue == nullptr) return;
-    for (velatrix_list_node* node = queue->head; node != nullptr; node = node->next) {
-        auto* pending = static_cast<velatrix_pending_report*>(node->value);
-        std::free(pending->buffer);
-        std::free(pending);
-    }
-    velatrix_list_free(queue);
-    device->pending_reports = nullptr;
+void PendingReports::reset() {
+    count_ = 0;
+    if (slots_.size() < kInitialSlots) slots_.resize(kInitialSlots);
+}
+
+void PendingReports::push(std::span<const uint8_t> report) {
+    if (count_ == slots_.size()) slots_.emplace_back();
+    Slot& slot = slots_[count_++];
+    slot.length = static_cast<uint32_t>(std::min(report.size(), slot.bytes.size()));
+    std::memcpy(slot.bytes.data(), report.data(), slot.length);
 }
 
 }  // namespace velatrix::host
@@ -102,10 +102,7 @@ int velatrix_real_free_device(velatrix_device* device) {
     velatrix_free_regions(device->regions);
     velatrix_free_device_uuid(device->uuid);
     velatrix_list_free(device->input_callbacks);
-    delete record->hid_device;
-    free_pending_reports(record);
-    record->~velatrix_real_device();
-    std::free(record);
+    delete record;
     return 1;
 }
 
@@ -113,26 +110,27 @@ const char* velatrix_real_get_driver_name(void) { return "REAL"; }
 
 void velatrix_real_shutdown(void) {}
 
+// The core services stay null here: registration fills them.
 velatrix_device_driver velatrix_real_driver = {
-    velatrix_real_driver_init,
-    velatrix_real_driver_destroy,
-    velatrix_real_open_device,
-    velatrix_real_close_device,
-    velatrix_real_list_devices,
-    velatrix_real_device_read,
-    velatrix_real_hid_set_output_report,
-    velatrix_real_hid_set_feature_report,
-    velatrix_real_hid_get_feature_report,
-    velatrix_real_get_driver_name,
-    velatrix_real_thread_running,
-    velatrix_real_thread_wait,
-    0,
-    velatrix_real_shutdown,
-    nullptr,
-    velatrix_real_free_device,
-    nullptr,
-    nullptr,
-    nullptr,
+    .init = velatrix_real_driver_init,
+    .destroy = velatrix_real_driver_destroy,
+    .open_device = velatrix_real_open_device,
+    .close_device = velatrix_real_close_device,
+    .list_devices = velatrix_real_list_devices,
+    .device_read = velatrix_real_device_read,
+    .set_output_report = velatrix_real_hid_set_output_report,
+    .set_feature_report = velatrix_real_hid_set_feature_report,
+    .get_feature_report = velatrix_real_hid_get_feature_report,
+    .get_driver_name = velatrix_real_get_driver_name,
+    .thread_running = velatrix_real_thread_running,
+    .thread_wait = velatrix_real_thread_wait,
+    .initialised = 0,
+    .shutdown = velatrix_real_shutdown,
+    .get_device_callbacks = nullptr,
+    .free_device = velatrix_real_free_device,
+    .report_error = nullptr,
+    .debug_report_message = nullptr,
+    .driver_input_report = nullptr,
 };
 
 }  // extern "C"

@@ -18,15 +18,12 @@ namespace {
 constexpr std::chrono::milliseconds kReadWait{1000};
 
 void drain_pending_reports(velatrix_real_device* record) {
-    velatrix_list* queue = record->pending_reports;
-    if (queue == nullptr) return;
-    while (velatrix_list_node* node = queue->head) {
-        auto* pending = static_cast<velatrix_pending_report*>(node->value);
-        velatrix::dispatch_input_report(&record->common, pending->buffer, pending->length);
-        std::free(pending->buffer);
-        std::free(pending);
-        velatrix_list_remove(queue, node);
+    PendingReports& queue = record->pending_reports;
+    for (std::size_t i = 0; i < queue.size(); ++i) {
+        const std::span<const uint8_t> report = queue.at(i);
+        velatrix::dispatch_input_report(&record->common, report.data(), static_cast<uint32_t>(report.size()));
     }
+    queue.clear();
 }
 
 void* read_thread_main(void* argument) {
@@ -43,20 +40,9 @@ void* read_thread_main(void* argument) {
 extern "C" {
 
 void velatrix_linux_read_callback(velatrix_device* device, int status, const uint8_t* report, uint32_t length) {
-    velatrix_real_device* record = real(device);
-    if (status != 0 || record->pending_reports == nullptr) return;
+    if (status != 0) return;
     velatrix_debug_write_trace(report, length, 1);
-    auto* pending = static_cast<velatrix_pending_report*>(std::malloc(sizeof(velatrix_pending_report)));
-    auto* copy = static_cast<uint8_t*>(std::malloc(length > 0 ? length : 1));
-    if (pending == nullptr || copy == nullptr) {
-        std::free(pending);
-        std::free(copy);
-        return;
-    }
-    if (length > 0) std::memcpy(copy, report, length);
-    pending->buffer = copy;
-    pending->length = length;
-    velatrix_list_add(record->pending_reports, pending);
+    real(device)->pending_reports.push(std::span<const uint8_t>(report, length));
 }
 
 void velatrix_linux_unplug_callback(velatrix_device* device) {

@@ -19,15 +19,13 @@ void attach(velatrix_real_device* record, std::unique_ptr<HidInterface> interfac
         velatrix_thread_join(record->read_thread);
         record->read_thread = 0;
     }
-    delete record->hid_device;
-    record->hid_device = interface.release();
+    record->hid_device = std::move(interface);
     std::snprintf(record->run_loop_mode, sizeof record->run_loop_mode, "ZEMI_%p",
-                  static_cast<void*>(record->hid_device));
+                  static_cast<void*>(record->hid_device.get()));
     record->unplugged = 0;
     record->spare = 0;
     // Reports left from an earlier opening are stale; the queue starts afresh.
-    free_pending_reports(record);
-    record->pending_reports = velatrix_create_list();
+    record->pending_reports.reset();
     record->scheduled = 0;
     if (!fill_hid_report_map(&record->common)) {
         // Without a descriptor nothing is known: let every ordinary id through.

@@ -7,6 +7,7 @@
 #include "velatrix/transport.h"
 
 #include "debug/log.h"
+#include "protocol/report_fields.h"
 #include "protocol/report_index.h"
 
 namespace {
@@ -14,6 +15,19 @@ namespace {
 using namespace velatrix::protocol;
 
 constexpr ReportEntry kCalibrate = report(report_id::kCalibrate);
+
+// One value byte: the mode in bit 0, the point from bit 3. Printed without
+// aligning the labels.
+using Calibrate = velatrix_hid_feature_calibrate;
+constexpr Field kCalibrateFields[] = {
+    VELATRIX_HIDDEN_ROW(Calibrate, report_id, u8(0)),
+    VELATRIX_ROW(Calibrate, calibration_mode, bit(1, 0), "%hhu"),
+    VELATRIX_ROW(Calibrate, point, bits(1, 3, 7), "%hhu"),
+};
+constexpr ReportLayout kCalibrateLayout = layout_of<Calibrate>(
+    report_id::kCalibrate, "velatrix_hid_feature_calibrate structure:\n", kCalibrateFields, nullptr,
+    PrintStyle{.aligned = false});
+static_assert(layout_fits(kCalibrateLayout));
 constexpr uint8_t kStartCalibration = 0x00;
 constexpr uint8_t kCancelCalibration = 0xFF;
 
@@ -48,14 +62,7 @@ velatrix_hid_feature_calibrate velatrix_get_calibrate_state(velatrix_device* dev
     VELATRIX_TRACE_FUNCTION();
     velatrix_hid_feature_calibrate record{};
     if (!wait_for_interlock(device, kCalibrate.get_before.sleep, kCalibrate.get_before.mask)) return record;
-    uint8_t buffer[kCalibrate.length] = {report_id::kCalibrate};
-    if (velatrix_hid_get_feature_report(device, buffer, sizeof buffer) == 1) {
-        record.report_id = buffer[0];
-        record.calibration_mode = buffer[1] & 0x01;
-        record.point = buffer[1] >> 3;
-    } else {
-        VELATRIX_LOG(VELATRIX_LEVEL_WARNING, "Unable to get report: %s", velatrix_get_last_error());
-    }
+    read_report(device, kCalibrateLayout, &record, __func__);
     wait_for_interlock(device, kCalibrate.get_after.sleep, kCalibrate.get_after.mask);
     return record;
 }
@@ -71,13 +78,7 @@ void velatrix_get_calibrate_state_ref(velatrix_device* device, velatrix_hid_feat
 
 void velatrix_print_calibrate_state(const velatrix_hid_feature_calibrate* record) {
     VELATRIX_TRACE_FUNCTION();
-    std::printf("velatrix_hid_feature_calibrate structure:\n");
-    if (record == nullptr) {
-        std::printf("  NULL\n");
-        return;
-    }
-    std::printf("calibration_mode = %hhu\n", record->calibration_mode);
-    std::printf("point = %hhu\n", static_cast<unsigned char>(record->point));
+    print_report(kCalibrateLayout, record);
 }
 
 }  // extern "C"

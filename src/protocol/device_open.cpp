@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 
+#include "core/open_devices.h"
 #include "velatrix/device.h"
 #include "velatrix/fonts.h"
 #include "velatrix/host.h"
@@ -73,8 +74,7 @@ int velatrix_open_device(velatrix_device* device) {
     device->input_callbacks = velatrix_create_list();
     cache_device_description(device);
     if (description_complete(device)) {
-        if (velatrix_get_open_devices() == nullptr) velatrix_set_open_devices(velatrix_create_list());
-        velatrix_list_add(velatrix_get_open_devices(), device);
+        velatrix::add_open_device(device);
         return 1;
     }
     // The pad could not describe itself: give the handle back and free the
@@ -105,7 +105,7 @@ int velatrix_close_device(velatrix_device* device) {
     velatrix_free_device_uuid(device->uuid);
     device->uuid = nullptr;
     const int result = device->driver->close_device(device);
-    velatrix_list_remove_ptr(velatrix_get_open_devices(), device);
+    velatrix::remove_open_device(device);
     return result;
 }
 

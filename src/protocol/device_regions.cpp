@@ -9,6 +9,7 @@
 
 #include "debug/log.h"
 #include "protocol/region_colour.h"
+#include "protocol/region_print.h"
 #include "protocol/report_fields.h"
 #include "protocol/screen_region_io.h"
 #include "velatrix/regions.h"
@@ -20,60 +21,73 @@ namespace {
 
 using Region = velatrix_device_region;
 
+// The rows stand in the order a region prints; those without a label only
+// travel. Reserved 2 is eight bytes; its first one is shown.
 constexpr Field kCommonFields[] = {
     VELATRIX_HIDDEN_ROW(Region, number, u8(1)),
-    VELATRIX_HIDDEN_ROW(Region, type, u8(2)),
-    VELATRIX_HIDDEN_ROW(Region, accept_touch, flag(3, 0)),
-    VELATRIX_HIDDEN_ROW(Region, decode, flag(3, 1)),
-    VELATRIX_HIDDEN_ROW(Region, has_frame, flag(3, 2)),
-    VELATRIX_HIDDEN_ROW(Region, output_to_host, flag(3, 6)),
-    VELATRIX_HIDDEN_ROW(Region, reserved1, u8(4)),
+    VELATRIX_REGION_TYPE_ROW(Region, u8(2)),
+    VELATRIX_LABELLED_ROW(Region, accept_touch, flag(3, 0), "Accepts Touch", "%hhu"),
+    VELATRIX_LABELLED_ROW(Region, decode, flag(3, 1), "Decode", "%hhu"),
+    VELATRIX_LABELLED_ROW(Region, has_frame, flag(3, 2), "Has Frame", "%hhu"),
+    VELATRIX_LABELLED_ROW(Region, output_to_host, flag(3, 6), "Output To Host", "%hhu"),
+    VELATRIX_LABELLED_ROW(Region, reserved1, u8(4), "Reserved 1", "%hhu"),
     VELATRIX_HIDDEN_ROW(Region, reserved2, raw(5, 8)),
-    VELATRIX_HIDDEN_ROW(Region, x1, u16(13)),
-    VELATRIX_HIDDEN_ROW(Region, x2, u16(15)),
-    VELATRIX_HIDDEN_ROW(Region, y1, u16(17)),
-    VELATRIX_HIDDEN_ROW(Region, y2, u16(19)),
+    shown("Reserved 2", Slot{offsetof(Region, reserved2), 1, false}, "%u"),
+    VELATRIX_LABELLED_ROW(Region, x1, u16(13), "X1", "%hu"),
+    VELATRIX_LABELLED_ROW(Region, y1, u16(17), "Y1", "%hu"),
+    VELATRIX_LABELLED_ROW(Region, x2, u16(15), "X2", "%hu"),
+    VELATRIX_LABELLED_ROW(Region, y2, u16(19), "Y2", "%hu"),
     VELATRIX_COLOUR_FIELDS(Region, foreground, 21),
+    VELATRIX_COLOUR_LINE(Region, foreground, "Foreground"),
     VELATRIX_COLOUR_FIELDS(Region, background, 25),
+    VELATRIX_COLOUR_LINE(Region, background, "Background"),
 };
 
 constexpr Field kContainerFields[] = {
-    VELATRIX_HIDDEN_ROW(Region, data.container.ink_enabled, u8(29)),
-    VELATRIX_HIDDEN_ROW(Region, data.container.ink_width, u8(30)),
+    VELATRIX_LABELLED_ROW(Region, data.container.ink_enabled, u8(29), "Ink Enable", "%hhu"),
+    VELATRIX_LABELLED_ROW(Region, data.container.ink_width, u8(30), "Ink Width", "%hhu"),
     VELATRIX_HIDDEN_ROW(Region, data.container.reserved1, u8(31)),
     VELATRIX_HIDDEN_ROW(Region, data.container.reserved2, u8(32)),
 };
 
+// The caption or the two resource numbers travel in the tail after the
+// fixed bytes (unpack_button_tail, pack_button_tail).
 constexpr Field kButtonFields[] = {
-    VELATRIX_HIDDEN_ROW(Region, data.button.enable, flag(29, 0)),
-    VELATRIX_HIDDEN_ROW(Region, data.button.highlight_on_select, flag(29, 1)),
-    VELATRIX_HIDDEN_ROW(Region, data.button.clear_on_select, flag(29, 2)),
-    VELATRIX_HIDDEN_ROW(Region, data.button.confirm_on_select, flag(29, 3)),
-    VELATRIX_HIDDEN_ROW(Region, data.button.use_resource, flag(29, 4)),
+    VELATRIX_LABELLED_ROW(Region, data.button.clear_on_select, flag(29, 2), "Clear on Select", "%hhu"),
+    VELATRIX_LABELLED_ROW(Region, data.button.enable, flag(29, 0), "Enable", "%hhu"),
+    VELATRIX_LABELLED_ROW(Region, data.button.highlight_on_select, flag(29, 1), "Highlight on Select", "%hhu"),
+    VELATRIX_LABELLED_ROW(Region, data.button.confirm_on_select, flag(29, 3), "Confirm on Select", "%hhu"),
+    VELATRIX_LABELLED_ROW(Region, data.button.use_resource, flag(29, 4), "Use Resource", "%hhu"),
     VELATRIX_HIDDEN_ROW(Region, data.button.reserved, raw(30, 3)),
+    shown("Caption", VELATRIX_SLOT(Region, data.button.caption), "%s", PrintKind::kText),
+    shown("Resource Number Normal", VELATRIX_SLOT(Region, data.button.resource_number_normal), "%u"),
+    shown("Resource Number Selected", VELATRIX_SLOT(Region, data.button.resource_number_selected), "%u"),
 };
 
 constexpr Field kLineFields[] = {
-    VELATRIX_HIDDEN_ROW(Region, data.line.parent, u8(29)),
-    VELATRIX_HIDDEN_ROW(Region, data.line.width, u8(30)),
+    VELATRIX_LABELLED_ROW(Region, data.line.parent, u8(29), "Parent", "%hhu"),
+    VELATRIX_LABELLED_ROW(Region, data.line.width, u8(30), "Width", "%hhu"),
     VELATRIX_HIDDEN_ROW(Region, data.line.reserved, raw(31, 2)),
 };
 
 // Justifications share a byte: horizontal in the low nibble, vertical in the high.
 constexpr Field kGraphicFields[] = {
     VELATRIX_HIDDEN_ROW(Region, data.graphic.reserved1, u8(29)),
-    VELATRIX_HIDDEN_ROW(Region, data.graphic.resource_number, u8(30)),
-    VELATRIX_HIDDEN_ROW(Region, data.graphic.horizontal_justification, bits(31, 0, 3)),
-    VELATRIX_HIDDEN_ROW(Region, data.graphic.vertical_justification, bits(31, 4, 7)),
+    VELATRIX_LABELLED_ROW(Region, data.graphic.resource_number, u8(30), "Graphic Number", "%u"),
+    VELATRIX_LABELLED_ROW(Region, data.graphic.horizontal_justification, bits(31, 0, 3), "Horizontal Justification",
+                          "%i"),
+    VELATRIX_LABELLED_ROW(Region, data.graphic.vertical_justification, bits(31, 4, 7), "Vertical Justification",
+                          "%i"),
     VELATRIX_HIDDEN_ROW(Region, data.graphic.reserved2, u8(32)),
 };
 
 constexpr Field kTextFields[] = {
     VELATRIX_HIDDEN_ROW(Region, data.text.reserved, u8(29)),
-    VELATRIX_HIDDEN_ROW(Region, data.text.resource_number, u8(30)),
-    VELATRIX_HIDDEN_ROW(Region, data.text.font_number, u8(31)),
-    VELATRIX_HIDDEN_ROW(Region, data.text.horizontal_justification, bits(32, 0, 3)),
-    VELATRIX_HIDDEN_ROW(Region, data.text.vertical_justification, bits(32, 4, 7)),
+    VELATRIX_LABELLED_ROW(Region, data.text.resource_number, u8(30), "Resource Number", "%u"),
+    VELATRIX_LABELLED_ROW(Region, data.text.font_number, u8(31), "Font Number", "%u"),
+    VELATRIX_LABELLED_ROW(Region, data.text.horizontal_justification, bits(32, 0, 3), "Horizontal Justification",
+                          "%i"),
+    VELATRIX_LABELLED_ROW(Region, data.text.vertical_justification, bits(32, 4, 7), "Vertical Justification", "%i"),
 };
 
 // Bytes 0 to 32; what follows (from byte 33, max_caption_length + 1 bytes)
@@ -255,6 +269,11 @@ int velatrix_delete_device_region(velatrix_device* device, uint8_t number) {
     }
     if (!region_number_in_bounds(device, number)) return 0;
     return set_value_report(device, report_id::kDeviceRegionDelete, number);
+}
+
+void velatrix_print_device_regions(const velatrix_device_region* regions, uint32_t count) {
+    VELATRIX_TRACE_FUNCTION();
+    print_region_records(regions, count, kCommonLayout, &type_layout);
 }
 
 }  // extern "C"

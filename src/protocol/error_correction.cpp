@@ -13,6 +13,7 @@
 #include "velatrix/transport.h"
 
 #include "debug/log.h"
+#include "protocol/report_fields.h"
 #include "protocol/report_index.h"
 
 namespace {
@@ -22,6 +23,16 @@ using namespace velatrix::protocol;
 constexpr ReportEntry kTable = report(report_id::kErrorCorrectionTable);
 static_assert(kTable.length == VELATRIX_ERROR_CORRECTION_TABLE_SIZE + 1);
 constexpr size_t kUuidSize = 16;
+
+using Table = velatrix_hid_feature_error_correction_table;
+constexpr Field kTableFields[] = {
+    VELATRIX_HIDDEN_ROW(Table, report_id, u8(0)),
+    Field{"data", raw(1, VELATRIX_ERROR_CORRECTION_TABLE_SIZE), VELATRIX_SLOT(Table, data), PrintKind::kHexRun, "%02x"},
+};
+constexpr ReportLayout kTableLayout =
+    layout_of<Table>(report_id::kErrorCorrectionTable, "velatrix_hid_feature_error_correction_table structure:\n",
+                     kTableFields, nullptr, PrintStyle{.aligned = false});
+static_assert(layout_fits(kTableLayout));
 
 struct DigestContextDeleter {
     void operator()(EVP_MD_CTX* context) const { EVP_MD_CTX_free(context); }
@@ -48,10 +59,8 @@ void velatrix_get_error_correction_table_ref(velatrix_device* device,
     }
     std::memset(record, 0, sizeof *record);
     if (!wait_for_interlock(device, kTable.get_before.sleep, kTable.get_before.mask)) return;
-    uint8_t buffer[kTable.length] = {report_id::kErrorCorrectionTable};
-    if (velatrix_hid_get_feature_report(device, buffer, sizeof buffer) != 1) return;
-    record->report_id = buffer[0];
-    std::memcpy(record->data, buffer + 1, sizeof record->data);
+    // A failed read is not logged here: the identifier's caller reports it.
+    read_report(device, kTableLayout, record, nullptr);
 }
 
 velatrix_hid_feature_error_correction_table* velatrix_get_error_correction_table(
@@ -63,13 +72,7 @@ velatrix_hid_feature_error_correction_table* velatrix_get_error_correction_table
 
 void velatrix_print_error_correction_table(const velatrix_hid_feature_error_correction_table* record) {
     VELATRIX_TRACE_FUNCTION();
-    std::printf("velatrix_hid_feature_error_correction_table structure:\n");
-    if (record == nullptr) {
-        std::printf("  NULL\n");
-        return;
-    }
-    std::printf("data =\n");
-    for (uint8_t byte : record->data) std::printf("%02x", byte);
+    print_report(kTableLayout, record);
 }
 
 int velatrix_set_error_correction(velatrix_device* device, const velatrix_hid_feature_error_correction_table* table) {
@@ -78,8 +81,8 @@ int velatrix_set_error_correction(velatrix_device* device, const velatrix_hid_fe
         VELATRIX_REPORT_ERROR("Table was null, unable to set the error correction.");
         return 0;
     }
-    uint8_t buffer[kTable.length] = {report_id::kErrorCorrectionTable};
-    std::memcpy(buffer + 1, table->data, sizeof table->data);
+    uint8_t buffer[kTable.length] = {};
+    pack_report(kTableLayout, table, buffer);
     if (!velatrix_set_screen_region_commit(device, 0)) velatrix_set_region_commit(device, 0);
     velatrix_set_run_mode(device, VELATRIX_RUN_MODE_IDLE);
     // A failure from here on leaves the pad idle on purpose: a half-written

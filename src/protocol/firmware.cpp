@@ -1,30 +1,46 @@
 // Firmware download page by page, and simulated pen input.
-#include <cstring>
-
 #include "velatrix/modes.h"
 #include "velatrix/transport.h"
 
 #include "debug/log.h"
+#include "protocol/report_fields.h"
 #include "protocol/report_index.h"
 
 namespace {
 using namespace velatrix::protocol;
-constexpr uint16_t kPageLength = report_length(report_id::kFirmware);
 constexpr uint16_t kStatusLength = report_length(report_id::kFirmwareDownloadStatus);
-constexpr uint16_t kPenLength = report_length(report_id::kSimulatePenInput);
-constexpr uint8_t kPenSubCommand = 0x64;
-constexpr uint8_t kPenInRange = 0x10;
+
+// One page: its address, 128 bytes and their checksum. Only ever written.
+using Page = velatrix_firmware_page;
+constexpr Field kPageFields[] = {
+    VELATRIX_HIDDEN_ROW(Page, address, u32(1)),
+    VELATRIX_HIDDEN_ROW(Page, data, raw(5, 128)),
+    VELATRIX_HIDDEN_ROW(Page, checksum, u8(133)),
+};
+constexpr ReportLayout kPageLayout = layout_of<Page>(report_id::kFirmware, nullptr, kPageFields);
+static_assert(layout_fits(kPageLayout));
+
+// A pen sample the pad takes as its own: sub-command 0x64, the pen's
+// identifier, the in-range bit always set with the tip switch beside it,
+// then the two coordinates.
+using Pen = velatrix_pen_simulation;
+constexpr Field kPenFields[] = {
+    fixed_byte(1, 0x64),
+    VELATRIX_HIDDEN_ROW(Pen, identifier, u8(2)),
+    fixed_byte(6, 0x10),
+    VELATRIX_HIDDEN_ROW(Pen, pen_down, flag(6, 0)),
+    VELATRIX_HIDDEN_ROW(Pen, first_coordinate, u16(7)),
+    VELATRIX_HIDDEN_ROW(Pen, second_coordinate, u16(9)),
+};
+constexpr ReportLayout kPenLayout = layout_of<Pen>(report_id::kSimulatePenInput, nullptr, kPenFields);
+static_assert(layout_fits(kPenLayout));
 }  // namespace
 
 extern "C" {
 
 int velatrix_set_firmware(velatrix_device* device, velatrix_firmware_page page) {
     VELATRIX_TRACE_FUNCTION();
-    uint8_t buffer[kPageLength] = {report_id::kFirmware};
-    put4(buffer, 1, page.address);
-    std::memcpy(buffer + 5, page.data, sizeof page.data);
-    buffer[133] = page.checksum;
-    return velatrix_hid_set_feature_report(device, buffer, sizeof buffer) == 1 ? 1 : 0;
+    return write_report(device, kPageLayout, &page);
 }
 
 int velatrix_set_firmware_download_status(velatrix_device* device, uint32_t status) {
@@ -40,11 +56,7 @@ int velatrix_simulate_pen_input(velatrix_device* device, const velatrix_pen_simu
         VELATRIX_REPORT_ERROR("Pen input was null, unable to simulate it.");
         return 0;
     }
-    uint8_t buffer[kPenLength] = {report_id::kSimulatePenInput, kPenSubCommand, pen->identifier};
-    buffer[6] = kPenInRange | (pen->pen_down != 0 ? 1 : 0);
-    put2(buffer, 7, pen->first_coordinate);
-    put2(buffer, 9, pen->second_coordinate);
-    if (velatrix_hid_set_feature_report(device, buffer, sizeof buffer) != 1) {
+    if (write_report(device, kPenLayout, pen) != 1) {
         VELATRIX_LOG(VELATRIX_LEVEL_WARNING, "Unable to set report: %s", velatrix_get_last_error());
         return 0;
     }

@@ -27,10 +27,9 @@ void call_input_callbacks(velatrix_device* device, const velatrix_input_report& 
 }  // namespace
 
 void dispatch_input_report(velatrix_device* device, const uint8_t* buffer, uint32_t length) {
-    velatrix_input_report* record = velatrix_parse_input_report(device, buffer, length);
-    if (record == nullptr) return;
-    call_input_callbacks(device, *record, buffer, length);
-    velatrix_free_input_report(record);
+    velatrix_input_report record;
+    if (!input::parse_input_report_into(device, buffer, length, record)) return;
+    call_input_callbacks(device, record, buffer, length);
 }
 
 }  // namespace velatrix

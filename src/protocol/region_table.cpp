@@ -9,6 +9,7 @@
 
 #include "debug/log.h"
 #include "protocol/region_colour.h"
+#include "protocol/region_print.h"
 #include "protocol/report_fields.h"
 #include "protocol/screen_region_io.h"
 #include "velatrix/regions.h"
@@ -21,43 +22,49 @@ using Info = velatrix_device_region_info;
 
 // Offsets are those of report 0x70, whose one block starts at byte 1. A block
 // of 0x6E or 0x6F is read through the same tables from the byte before it.
+// The rows stand in the order a region prints; those without a label only
+// travel.
 constexpr Field kCommonFields[] = {
     VELATRIX_HIDDEN_ROW(Info, number, u8(1)),
-    VELATRIX_HIDDEN_ROW(Info, type, u8(2)),
-    VELATRIX_HIDDEN_ROW(Info, accept_touch, flag(3, 0)),
-    VELATRIX_HIDDEN_ROW(Info, decode, flag(3, 1)),
-    VELATRIX_HIDDEN_ROW(Info, visible, flag(3, 2)),
-    VELATRIX_HIDDEN_ROW(Info, in_use, flag(3, 3)),
-    VELATRIX_HIDDEN_ROW(Info, has_frame, flag(3, 4)),
-    VELATRIX_HIDDEN_ROW(Info, reserved1, u8(4)),
-    VELATRIX_HIDDEN_ROW(Info, reserved2, u32(5)),
-    VELATRIX_HIDDEN_ROW(Info, x1, u16(9)),
-    VELATRIX_HIDDEN_ROW(Info, x2, u16(11)),
-    VELATRIX_HIDDEN_ROW(Info, y1, u16(13)),
-    VELATRIX_HIDDEN_ROW(Info, y2, u16(15)),
+    VELATRIX_REGION_TYPE_ROW(Info, u8(2)),
+    VELATRIX_LABELLED_ROW(Info, accept_touch, flag(3, 0), "Accepts Touch", "%hhu"),
+    VELATRIX_LABELLED_ROW(Info, decode, flag(3, 1), "Decode", "%hhu"),
+    VELATRIX_LABELLED_ROW(Info, visible, flag(3, 2), "Visible", "%hhu"),
+    VELATRIX_LABELLED_ROW(Info, in_use, flag(3, 3), "In Use", "%hhu"),
+    VELATRIX_LABELLED_ROW(Info, has_frame, flag(3, 4), "Has Frame", "%hhu"),
+    VELATRIX_LABELLED_ROW(Info, reserved1, u8(4), "Reserved 1", "%hhu"),
+    VELATRIX_LABELLED_ROW(Info, reserved2, u32(5), "Reserved 2", "%u"),
+    VELATRIX_LABELLED_ROW(Info, x1, u16(9), "X1", "%hu"),
+    VELATRIX_LABELLED_ROW(Info, y1, u16(13), "Y1", "%hu"),
+    VELATRIX_LABELLED_ROW(Info, x2, u16(11), "X2", "%hu"),
+    VELATRIX_LABELLED_ROW(Info, y2, u16(15), "Y2", "%hu"),
     VELATRIX_COLOUR_FIELDS(Info, foreground, 17),
+    VELATRIX_COLOUR_LINE(Info, foreground, "Foreground"),
     VELATRIX_COLOUR_FIELDS(Info, background, 21),
+    VELATRIX_COLOUR_LINE(Info, background, "Background"),
 };
 
 // ink_enable OR (ink_width << 1), unmasked, as the pad's tools write it.
 constexpr Field kContainerFields[] = {
-    VELATRIX_HIDDEN_ROW(Info, data.container.ink_enable, bits(25, 0, 0)),
-    VELATRIX_HIDDEN_ROW(Info, data.container.ink_width, bits(25, 1, 2)),
+    VELATRIX_LABELLED_ROW(Info, data.container.ink_enable, bits(25, 0, 0), "Ink Enable", "%hhu"),
+    VELATRIX_LABELLED_ROW(Info, data.container.ink_width, bits(25, 1, 2), "Ink Width", "%hhu"),
     VELATRIX_HIDDEN_ROW(Info, data.container.reserved1, u8(26)),
     VELATRIX_HIDDEN_ROW(Info, data.container.reserved2, u16(27)),
 };
 
+// The caption travels after the fixed bytes (unpack_region, pack_region).
 constexpr Field kButtonFields[] = {
-    VELATRIX_HIDDEN_ROW(Info, data.button.parent, u8(25)),
-    VELATRIX_HIDDEN_ROW(Info, data.button.enable, flag(26, 0)),
-    VELATRIX_HIDDEN_ROW(Info, data.button.highlight_on_select, flag(26, 1)),
-    VELATRIX_HIDDEN_ROW(Info, data.button.clear_on_select, flag(26, 2)),
+    VELATRIX_LABELLED_ROW(Info, data.button.parent, u8(25), "Parent", "%hhu"),
+    VELATRIX_LABELLED_ROW(Info, data.button.clear_on_select, flag(26, 2), "Clear on Select", "%hhu"),
+    VELATRIX_LABELLED_ROW(Info, data.button.enable, flag(26, 0), "Enable", "%hhu"),
+    VELATRIX_LABELLED_ROW(Info, data.button.highlight_on_select, flag(26, 1), "Highlight on Select", "%hhu"),
     VELATRIX_HIDDEN_ROW(Info, data.button.reserved, u16(27)),
+    shown("Caption", VELATRIX_SLOT(Info, data.button.caption), "%s", PrintKind::kText),
 };
 
 constexpr Field kLineFields[] = {
-    VELATRIX_HIDDEN_ROW(Info, data.line.parent, u8(25)),
-    VELATRIX_HIDDEN_ROW(Info, data.line.width, u8(26)),
+    VELATRIX_LABELLED_ROW(Info, data.line.parent, u8(25), "Parent", "%hhu"),
+    VELATRIX_LABELLED_ROW(Info, data.line.width, u8(26), "Width", "%hhu"),
     VELATRIX_HIDDEN_ROW(Info, data.line.reserved, u16(27)),
 };
 
@@ -244,6 +251,11 @@ int velatrix_delete_region(velatrix_device* device, uint8_t number) {
         return 0;
     }
     return set_value_report(device, report_id::kRegionDelete, number);
+}
+
+void velatrix_print_regions(const velatrix_device_region_info* regions, uint32_t count) {
+    VELATRIX_TRACE_FUNCTION();
+    print_region_records(regions, count, kCommonLayout, &type_layout);
 }
 
 }  // extern "C"

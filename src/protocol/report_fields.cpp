@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "debug/log.h"
@@ -12,31 +13,28 @@
 namespace velatrix::protocol {
 namespace {
 
+// A record member of `Unsigned`'s width, widened as its slot says.
+template <class Unsigned>
+int64_t load_as(const uint8_t* at, bool is_signed) {
+    Unsigned value;
+    std::memcpy(&value, at, sizeof value);
+    return is_signed ? int64_t{static_cast<std::make_signed_t<Unsigned>>(value)} : static_cast<int64_t>(value);
+}
+
+template <class Unsigned>
+void store_as(uint8_t* at, uint64_t bits) {
+    const auto value = static_cast<Unsigned>(bits);
+    std::memcpy(at, &value, sizeof value);
+}
+
 int64_t load(const Slot& slot, const void* record) {
     const auto* at = static_cast<const uint8_t*>(record) + slot.offset;
     switch (slot.size) {
-        case 1: {
-            uint8_t v;
-            std::memcpy(&v, at, 1);
-            return slot.is_signed ? int64_t{static_cast<int8_t>(v)} : int64_t{v};
-        }
-        case 2: {
-            uint16_t v;
-            std::memcpy(&v, at, 2);
-            return slot.is_signed ? int64_t{static_cast<int16_t>(v)} : int64_t{v};
-        }
-        case 4: {
-            uint32_t v;
-            std::memcpy(&v, at, 4);
-            return slot.is_signed ? int64_t{static_cast<int32_t>(v)} : int64_t{v};
-        }
-        case 8: {
-            int64_t v;
-            std::memcpy(&v, at, 8);
-            return v;
-        }
-        default:
-            return 0;
+        case 1: return load_as<uint8_t>(at, slot.is_signed);
+        case 2: return load_as<uint16_t>(at, slot.is_signed);
+        case 4: return load_as<uint32_t>(at, slot.is_signed);
+        case 8: return load_as<uint64_t>(at, true);
+        default: return 0;
     }
 }
 
@@ -44,26 +42,11 @@ void store(const Slot& slot, void* record, int64_t value) {
     auto* at = static_cast<uint8_t*>(record) + slot.offset;
     const auto bits = static_cast<uint64_t>(value);
     switch (slot.size) {
-        case 1: {
-            const auto v = static_cast<uint8_t>(bits);
-            std::memcpy(at, &v, 1);
-            break;
-        }
-        case 2: {
-            const auto v = static_cast<uint16_t>(bits);
-            std::memcpy(at, &v, 2);
-            break;
-        }
-        case 4: {
-            const auto v = static_cast<uint32_t>(bits);
-            std::memcpy(at, &v, 4);
-            break;
-        }
-        case 8:
-            std::memcpy(at, &bits, 8);
-            break;
-        default:
-            break;
+        case 1: store_as<uint8_t>(at, bits); break;
+        case 2: store_as<uint16_t>(at, bits); break;
+        case 4: store_as<uint32_t>(at, bits); break;
+        case 8: store_as<uint64_t>(at, bits); break;
+        default: break;
     }
 }
 
@@ -92,7 +75,7 @@ void print_number(const char* format, int64_t value) {
     }
 }
 
-void print_field(const Field& field, int width, const uint8_t* record) {
+void print_field(const Field& field, int width, const char* separator, const uint8_t* record) {
     if (field.print == PrintKind::kHexDump) {
         std::printf("%*s =\n", width, field.label);
         for (uint16_t i = 0; i < field.slot.size; ++i) {
@@ -102,7 +85,12 @@ void print_field(const Field& field, int width, const uint8_t* record) {
         if (field.slot.size % 8 != 0) std::printf("\n");
         return;
     }
-    std::printf("%*s = ", width, field.label);
+    if (field.print == PrintKind::kHexRun) {
+        std::printf("%*s =\n", width, field.label);
+        for (uint16_t i = 0; i < field.slot.size; ++i) std::printf(field.format, record[field.slot.offset + i]);
+        return;
+    }
+    std::printf("%*s%s", width, field.label, separator);
     switch (field.print) {
         case PrintKind::kNumber:
             print_number(field.format, load(field.slot, record));
@@ -126,11 +114,23 @@ void print_field(const Field& field, int width, const uint8_t* record) {
             std::printf(field.format, value, known ? field.names[static_cast<size_t>(value)] : "UNKNOWN");
             break;
         }
+        case PrintKind::kNameOnly: {
+            const auto value = load(field.slot, record);
+            const bool known = value >= 0 && static_cast<size_t>(value) < field.names.size();
+            std::printf(field.format, known ? field.names[static_cast<size_t>(value)] : "");
+            break;
+        }
         case PrintKind::kBitOf:
             std::printf(field.format, static_cast<int>((load(field.slot, record) >> field.bit) & 1));
             break;
+        case PrintKind::kColour: {
+            const auto value = static_cast<uint32_t>(load(field.slot, record));
+            std::printf(field.format, value & 0xFF, value >> 24, (value >> 16) & 0xFF, (value >> 8) & 0xFF);
+            break;
+        }
         case PrintKind::kHidden:
         case PrintKind::kHexDump:
+        case PrintKind::kHexRun:
             break;
     }
     std::printf("\n");
@@ -139,10 +139,15 @@ void print_field(const Field& field, int width, const uint8_t* record) {
 }  // namespace
 
 void unpack_report(const ReportLayout& layout, std::span<const uint8_t> buffer, void* record) {
-    for (const Field& field : layout.fields) {
+    unpack_fields(layout.fields, buffer, record);
+}
+
+void unpack_fields(std::span<const Field> fields, std::span<const uint8_t> buffer, void* record) {
+    for (const Field& field : fields) {
         const Wire& wire = field.wire;
         switch (wire.kind) {
             case WireKind::kNone:
+            case WireKind::kConst:
                 break;
             case WireKind::kByte:
                 store(field.slot, record, buffer[wire.offset]);
@@ -159,6 +164,9 @@ void unpack_report(const ReportLayout& layout, std::span<const uint8_t> buffer, 
                 store(field.slot, record, (buffer[wire.offset] >> wire.shift) & mask);
                 break;
             }
+            case WireKind::kMasked:
+                store(field.slot, record, buffer[wire.offset] & wire.value);
+                break;
             case WireKind::kBytes:
                 std::memcpy(static_cast<uint8_t*>(record) + field.slot.offset, buffer.data() + wire.offset,
                             wire.width);
@@ -196,6 +204,12 @@ void pack_report(const ReportLayout& layout, const void* record, std::span<uint8
                 std::memcpy(buffer.data() + wire.offset, static_cast<const uint8_t*>(record) + field.slot.offset,
                             wire.width);
                 break;
+            case WireKind::kConst:
+                buffer[wire.offset] |= wire.value;
+                break;
+            case WireKind::kMasked:
+                buffer[wire.offset] |= static_cast<uint8_t>(load(field.slot, record) & wire.value);
+                break;
         }
     }
     // The report id row (if any) copied the record's id; the layout's wins.
@@ -207,8 +221,10 @@ bool read_report(velatrix_device* device, const ReportLayout& layout, void* reco
     std::vector<uint8_t> buffer(layout.length, 0);
     buffer[0] = layout.id;
     if (velatrix_hid_get_feature_report(device, buffer.data(), layout.length) != 1) {
-        velatrix_debug_report_message(function, kLogCore, __LINE__, VELATRIX_LEVEL_WARNING,
-                                      "Unable to get report: %s", velatrix_get_last_error());
+        if (function != nullptr) {
+            velatrix_debug_report_message(function, kLogCore, __LINE__, VELATRIX_LEVEL_WARNING,
+                                          "Unable to get report: %s", velatrix_get_last_error());
+        }
         return false;
     }
     unpack_report(layout, buffer, record);
@@ -228,13 +244,19 @@ void print_report(const ReportLayout& layout, const void* record) {
         std::printf("  NULL\n");
         return;
     }
-    size_t width = 0;
-    for (const Field& field : layout.fields) {
-        if (field.print != PrintKind::kHidden) width = std::max(width, std::strlen(field.label));
+    print_fields(layout.fields, record, layout.style);
+}
+
+void print_fields(std::span<const Field> fields, const void* record, const PrintStyle& style) {
+    size_t width = static_cast<size_t>(style.width);
+    if (width == 0 && style.aligned) {
+        for (const Field& field : fields) {
+            if (field.print != PrintKind::kHidden) width = std::max(width, std::strlen(field.label));
+        }
     }
-    for (const Field& field : layout.fields) {
+    for (const Field& field : fields) {
         if (field.print != PrintKind::kHidden)
-            print_field(field, static_cast<int>(width), static_cast<const uint8_t*>(record));
+            print_field(field, static_cast<int>(width), style.separator, static_cast<const uint8_t*>(record));
     }
 }
 

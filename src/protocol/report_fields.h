@@ -23,6 +23,8 @@ enum class WireKind : uint8_t {
     kBits,   // `width` bits from bit `shift`; written shifted and OR-ed, unmasked
     kFlag,   // bit `shift`; written as 1 when the record value is non-zero
     kBytes,  // `width` raw bytes
+    kConst,  // a fixed byte `value` OR-ed in on writes; reads ignore it
+    kMasked, // the byte AND `value`, kept in place (not shifted down)
 };
 
 struct Wire {
@@ -30,6 +32,7 @@ struct Wire {
     uint16_t offset = 0;
     uint8_t shift = 0;
     uint16_t width = 0;  // bits for kBits, bytes for kBytes
+    uint8_t value = 0;   // kConst, kMasked
 };
 
 constexpr Wire none() { return {}; }
@@ -42,6 +45,8 @@ constexpr Wire bits(uint16_t offset, uint8_t first, uint8_t last) {
 constexpr Wire bit(uint16_t offset, uint8_t which) { return bits(offset, which, which); }
 constexpr Wire flag(uint16_t offset, uint8_t which) { return {WireKind::kFlag, offset, which, 1}; }
 constexpr Wire raw(uint16_t offset, uint16_t count) { return {WireKind::kBytes, offset, 0, count}; }
+constexpr Wire constant(uint16_t offset, uint8_t value) { return {WireKind::kConst, offset, 0, 1, value}; }
+constexpr Wire masked(uint16_t offset, uint8_t mask) { return {WireKind::kMasked, offset, 0, 1, mask}; }
 
 // Where a field sits in the C record.
 struct Slot {
@@ -61,9 +66,12 @@ enum class PrintKind : uint8_t {
     kNumber,   // printf of `format` with the value
     kText,     // `format` with the bytes as a string, never beyond the slot
     kDotted,   // each byte with `format`, joined by '.'
-    kHexDump,  // "<label> =" on its own line, then "%02x " per byte
+    kHexDump,  // "<label> =" on its own line, then "%02x " per byte, eight a line
+    kHexRun,   // "<label> =" on its own line, then `format` per byte, no line break
     kNamed,    // `format` ("%d: %s") with the value and its name from `names`
+    kNameOnly, // `format` ("%s") with the value's name from `names`, "" when it has none
     kBitOf,    // `format` with bit `bit` of the record value (0 or 1)
+    kColour,   // `format` with alpha, red, green, blue of a 0xRRGGBBAA value
 };
 
 struct Field {
@@ -76,6 +84,15 @@ struct Field {
     uint8_t bit = 0;  // kBitOf
 };
 
+// How the lines of a print look: labels right-aligned to `width` (0: to the
+// longest printed label; unaligned: as they are), then `separator`, then
+// the value.
+struct PrintStyle {
+    int width = 0;
+    const char* separator = " = ";
+    bool aligned = true;
+};
+
 struct ReportLayout {
     uint8_t id;          // the report read or written with this layout
     uint16_t length;     // from the report index
@@ -84,11 +101,12 @@ struct ReportLayout {
     std::span<const Field> fields;
     // Runs after a successful read, with the answer and the filled record.
     void (*after_read)(std::span<const uint8_t> answer, void* record) = nullptr;
+    PrintStyle style = {};
 };
 
 // Zeroes the record, reads the report and fills the record. On failure logs
 // "Unable to get report: %s" at WARNING (with `function` as the log's
-// function name) and leaves the record zeroed.
+// function name; no line when it is null) and leaves the record zeroed.
 bool read_report(velatrix_device* device, const ReportLayout& layout, void* record, const char* function);
 
 // Packs the record into a zeroed buffer with the layout's id in byte 0
@@ -99,6 +117,9 @@ int write_report(velatrix_device* device, const ReportLayout& layout, const void
 // Packs the record into `buffer` (which must hold layout.length bytes).
 void pack_report(const ReportLayout& layout, const void* record, std::span<uint8_t> buffer);
 void unpack_report(const ReportLayout& layout, std::span<const uint8_t> buffer, void* record);
+// The rows alone, for records that are not feature reports (input reports).
+// The buffer must hold every row's bytes.
+void unpack_fields(std::span<const Field> fields, std::span<const uint8_t> buffer, void* record);
 
 // Prints the header and one line per printed field with the labels
 // right-aligned on the "=", or "  NULL\n" for a null record.
@@ -114,6 +135,8 @@ constexpr bool layout_fits(const ReportLayout& layout) {
         if (field.print != PrintKind::kHidden && (field.label == nullptr || field.format == nullptr) &&
             field.print != PrintKind::kHexDump)
             return false;
+        if (wire.kind == WireKind::kConst && field.slot.size != 0)
+            return false;
         if (wire.kind == WireKind::kNone) continue;
         const bool in_one_byte = wire.kind == WireKind::kBits || wire.kind == WireKind::kFlag;
         const uint16_t bytes = in_one_byte ? 1 : wire.width;
@@ -127,8 +150,23 @@ constexpr bool layout_fits(const ReportLayout& layout) {
 // A layout whose length comes from the report index.
 template <class Record, size_t N>
 constexpr ReportLayout layout_of(uint8_t id, const char* header, const Field (&fields)[N],
-                                 void (*after_read)(std::span<const uint8_t>, void*) = nullptr) {
-    return ReportLayout{id, report_length(id), sizeof(Record), header, fields, after_read};
+                                 void (*after_read)(std::span<const uint8_t>, void*) = nullptr,
+                                 PrintStyle style = {}) {
+    return ReportLayout{id, report_length(id), sizeof(Record), header, fields, after_read, style};
+}
+
+// A fixed byte of a report that no record member holds.
+constexpr Field fixed_byte(uint16_t offset, uint8_t value) {
+    return Field{"", constant(offset, value), Slot{}, PrintKind::kHidden};
+}
+
+// One line per printed field, in table order.
+void print_fields(std::span<const Field> fields, const void* record, const PrintStyle& style = {});
+
+// A row that only prints (regions are packed by their own tables).
+constexpr Field shown(const char* label, Slot slot, const char* format, PrintKind print = PrintKind::kNumber,
+                      std::span<const char* const> names = {}) {
+    return Field{label, none(), slot, print, format, names};
 }
 
 // A row whose label is the record member's name.

@@ -28,6 +28,18 @@ private:
 // The process-wide layer over VirtualBus::instance().
 VirtualHidLayer& bus_hid_layer();
 
+}  // namespace velatrix::virtual_pad
+
+namespace velatrix::host {
+
+// The host driver's way onto the virtual bus: the process-wide layer, with
+// `pad_count` pads plugged in when it is first asked for.
+HidAccessLayer& virtual_access_layer(unsigned pad_count);
+
+}  // namespace velatrix::host
+
+namespace velatrix::virtual_pad {
+
 // Models in the order VELATRIX_SIMULATE plugs them: pad i gets model i
 // modulo the number of models.
 void plug_simulated_pads(unsigned count);

@@ -3,6 +3,7 @@
 
 #include <cstring>
 #include <regex>
+#include <memory>
 #include <thread>
 
 #include "debug/log.h"
@@ -295,6 +296,31 @@ TEST_F(LogRecords, RecordsFromManyThreadsStayWhole) {
     }
     EXPECT_EQ(count, kThreads * kRecords);
     EXPECT_EQ(consumed, added.size());
+}
+
+// Handlers come and go on one thread while another logs: each record
+// reaches exactly the handlers in the list at that moment (ThreadSanitizer
+// checks the list itself).
+TEST_F(LogRecords, HandlersChangeWhileAnotherThreadLogs) {
+    enable_log("FINE");
+    velatrix_debug_init("quillmark");
+    RecordingHandler steady(VELATRIX_LEVEL_FINE);
+    velatrix_debug_add_handler(&steady.handler);
+    constexpr int kRecords = 300;
+    std::thread logger([] {
+        for (int i = 0; i < kRecords; ++i) {
+            velatrix_debug_report_message("worker", "src/velatrix-quillmark", 1, VELATRIX_LEVEL_FINE, "record %d", i);
+        }
+    });
+    std::vector<std::unique_ptr<RecordingHandler>> passing;
+    for (int i = 0; i < kRecords; ++i) {
+        passing.push_back(std::make_unique<RecordingHandler>(VELATRIX_LEVEL_FINE));
+        velatrix_debug_add_handler(&passing.back()->handler);
+        EXPECT_EQ(velatrix_debug_remove_handler(&passing.back()->handler), 1);
+    }
+    logger.join();
+    EXPECT_EQ(steady.calls.size(), 2u * kRecords) << "a publish and a flush per record";
+    EXPECT_EQ(velatrix_debug_remove_handler(&steady.handler), 1);
 }
 
 }  // namespace

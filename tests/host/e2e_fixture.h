@@ -145,7 +145,6 @@ protected:
         for (velatrix_device* device : records_) velatrix_free_device_list(device);
         records_.clear();
         velatrix_destroy();
-        velatrix_real_driver.thread_wait();
         velatrix_virtual_unplug_all();
         host::clear_path_snapshots();
         if (saved_simulate_) {

@@ -61,10 +61,13 @@ public:
         state_->changed.notify_all();
         if (closed_) return {InputStatus::closed, 0};
         if (!state_->input.empty()) {
-            std::deque<Bytes> reports;
-            reports.swap(state_->input);
+            // Swapped into a queue kept for the purpose: delivering makes
+            // no allocation of its own, so the driver's read path can be
+            // measured through this layer.
+            delivering_.swap(state_->input);
             lock.unlock();
-            for (const Bytes& report : reports) sink(report);
+            for (const Bytes& report : delivering_) sink(report);
+            delivering_.clear();
             return {InputStatus::delivered, 0};
         }
         if (state_->gone) return {InputStatus::gone, ENODEV};
@@ -105,14 +108,30 @@ public:
 private:
     std::shared_ptr<FakeInterfaceState> state_;
     bool closed_ = false;
+    std::deque<Bytes> delivering_;
 };
 
+}  // namespace
+
+namespace {
+// Marks the watch's state when the thread that waited on it has ended: a
+// thread's thread_local objects are destroyed before a join of it returns.
+struct WaiterExit {
+    std::shared_ptr<FakeHidLayer::WatchState> state;
+    ~WaiterExit() {
+        if (!state) return;
+        std::lock_guard lock(state->mutex);
+        state->waiter_ended = true;
+    }
+};
 }  // namespace
 
 class FakeHidLayer::Watch final : public host::UsbWatch {
 public:
     explicit Watch(std::shared_ptr<WatchState> state) : state_(std::move(state)) {}
     host::UsbChange wait() override {
+        thread_local WaiterExit exit_mark;
+        exit_mark.state = state_;
         std::unique_lock lock(state_->mutex);
         state_->waiting = true;
         state_->changed.notify_all();
@@ -196,6 +215,11 @@ bool FakeHidLayer::wait_for_watcher(std::chrono::milliseconds timeout) {
 bool FakeHidLayer::watch_stopped() const {
     std::lock_guard lock(watch_->mutex);
     return watch_->stopped;
+}
+
+bool FakeHidLayer::watcher_ended() const {
+    std::lock_guard lock(watch_->mutex);
+    return watch_->waiter_ended;
 }
 
 std::unique_ptr<host::UsbWatch> FakeHidLayer::watch_usb(int& error) {

@@ -60,12 +60,24 @@ public:
     void push_usb_change(host::UsbChange change);
     bool watch_made() const;
     bool watch_stopped() const;
+    // True once the thread that waited on the watch has ended, not merely
+    // left its wait.
+    bool watcher_ended() const;
     // Blocks until the hot-plug thread waits for a change with none queued.
     bool wait_for_watcher(std::chrono::milliseconds timeout);
 
     host::Enumeration enumerate() override;
     std::unique_ptr<host::HidInterface> open(const std::string& key, int& error) override;
     std::unique_ptr<host::UsbWatch> watch_usb(int& error) override;
+
+    struct WatchState {
+        std::mutex mutex;
+        std::condition_variable changed;
+        std::deque<host::UsbChange> changes;
+        bool stopped = false;
+        bool waiting = false;
+        bool waiter_ended = false;
+    };
 
 private:
     struct Entry {
@@ -82,13 +94,6 @@ private:
     int enumerations_ = 0;
     int opens_ = 0;
 
-    struct WatchState {
-        std::mutex mutex;
-        std::condition_variable changed;
-        std::deque<host::UsbChange> changes;
-        bool stopped = false;
-        bool waiting = false;
-    };
     std::shared_ptr<WatchState> watch_ = std::make_shared<WatchState>();
     bool watch_made_ = false;
     int watch_error_ = 0;

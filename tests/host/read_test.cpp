@@ -67,7 +67,7 @@ TEST_F(ReadTest, QueuedReportsReachEveryCallbackInOrderAndBadOnesNone) {
     EXPECT_EQ(got[0].raw, (Bytes{1, 0x11, 0x34, 0x12, 0x78, 0x56}));
     EXPECT_EQ(got[1].x, 2);
     EXPECT_EQ(got[1].raw.size(), 7u);
-    EXPECT_EQ(velatrix_list_count(real(device)->pending_reports), 0u);
+    EXPECT_EQ(real(device)->pending_reports.size(), 0u);
 
     // Nothing arrives: the read gives up after its wait and still succeeds.
     auto start = std::chrono::steady_clock::now();

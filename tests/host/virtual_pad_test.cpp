@@ -80,7 +80,6 @@ protected:
     void TearDown() override {
         if (head_ != nullptr) velatrix_free_device_list(head_);
         velatrix_destroy();
-        velatrix_real_thread_wait();
         velatrix_virtual_unplug_all();
         host::set_access_layer(nullptr);
         host::clear_path_snapshots();

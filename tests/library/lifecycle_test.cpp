@@ -43,7 +43,6 @@ TEST(Lifecycle, InitRegistersTheBuiltInDriverAndDestroyDropsTheRegistry) {
     EXPECT_EQ(log.count("Attempting to initialize driver 'REAL'.", VELATRIX_LEVEL_FINE), 1) << "init runs again";
 
     velatrix_destroy();
-    velatrix_real_driver.thread_wait();
     EXPECT_EQ(velatrix_driver_list, nullptr);
     EXPECT_EQ(velatrix_get_driver_count(), 0u);
 }
@@ -79,7 +78,6 @@ TEST(Lifecycle, AFailingDriverStaysRegisteredButIsSkippedByListing) {
     EXPECT_EQ(head->driver, fake.driver());
     velatrix_free_device_list(head);
     velatrix_destroy();
-    velatrix_real_driver.thread_wait();
 }
 
 TEST(Lifecycle, DestroyLeavesOpenDeviceRecordsToTheCaller) {
@@ -91,7 +89,6 @@ TEST(Lifecycle, DestroyLeavesOpenDeviceRecordsToTheCaller) {
     velatrix_list_add(open, device);
     velatrix_set_open_devices(open);
     velatrix_destroy();
-    velatrix_real_driver.thread_wait();
     EXPECT_EQ(velatrix_get_open_devices(), nullptr);
     EXPECT_STREQ(device->path, "fake_pad") << "the record itself is untouched";
 }

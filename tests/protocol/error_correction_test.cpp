@@ -2,7 +2,10 @@
 #include <openssl/evp.h>
 
 #include <array>
+#include <cstdio>
 #include <cstring>
+#include <memory>
+#include <string>
 
 #include "support/fake_driver.h"
 #include "velatrix-quillmark.h"
@@ -101,6 +104,22 @@ TEST(ErrorCorrectionTable, NullRecordsAreErrorsWithoutTraffic) {
     EXPECT_EQ(velatrix_set_error_correction(device, nullptr), 0);
     EXPECT_STREQ(velatrix_get_last_error(), "Table was null, unable to set the error correction.");
     EXPECT_TRUE(fake.transfers().empty());
+}
+
+TEST(ErrorCorrectionTable, PrintsEveryByteAsOneHexRun) {
+    auto table = std::make_unique<velatrix_hid_feature_error_correction_table>();
+    table->report_id = 0x1A;
+    std::string hex;
+    for (int i = 0; i < 2048; ++i) {
+        table->data[i] = static_cast<uint8_t>(i * 7);
+        char byte[3];
+        std::snprintf(byte, sizeof byte, "%02x", table->data[i]);
+        hex += byte;
+    }
+    const std::string header = "velatrix_hid_feature_error_correction_table structure:\n";
+    EXPECT_EQ(capture_stdout([&] { velatrix_print_error_correction_table(table.get()); }),
+              header + "data =\n" + hex);
+    EXPECT_EQ(capture_stdout([] { velatrix_print_error_correction_table(nullptr); }), header + "  NULL\n");
 }
 
 TEST(DeviceUuid, IsTheMd5OfTheTableBytesOnly) {

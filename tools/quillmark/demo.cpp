@@ -135,7 +135,6 @@ int run_demo(const std::string& out_dir) {
     if (head == nullptr && !simulated) {
         std::printf("No pad attached: using a virtual pad.\n");
         velatrix_destroy();
-        velatrix_real_driver.thread_wait();
         setenv("VELATRIX_SIMULATE", "1", 1);
         simulated = true;
         velatrix_init();
@@ -145,7 +144,6 @@ int run_demo(const std::string& out_dir) {
     if (head == nullptr) {
         std::fprintf(stderr, "quillmark: no pad to run the demo on\n");
         velatrix_destroy();
-        velatrix_real_driver.thread_wait();
         return 1;
     }
     velatrix_device* device = head;
@@ -158,7 +156,6 @@ int run_demo(const std::string& out_dir) {
     if (velatrix_open_device(device) != 1) {
         std::fprintf(stderr, "quillmark: cannot open the pad: %s\n", velatrix_get_last_error());
         velatrix_destroy();
-        velatrix_real_driver.thread_wait();
         return 1;
     }
 
@@ -223,7 +220,6 @@ int run_demo(const std::string& out_dir) {
     velatrix_close_device(device);
     velatrix_free_device_list(device);
     velatrix_destroy();
-    velatrix_real_driver.thread_wait();
     capture = nullptr;
 
     const auto elapsed =

@@ -77,7 +77,6 @@ Session::Session(const GlobalOptions& options) : options_(options) {
         if (pad_ == 0) {
             const std::string error = velatrix_get_last_error();
             velatrix_destroy();
-            velatrix_real_driver.thread_wait();
             throw UsageError(error);
         }
     }
@@ -94,9 +93,7 @@ Session::~Session() {
         velatrix_free_device_list(device_);
     }
     velatrix_free_device_list(head_);
-    velatrix_destroy();
-    // destroy only asks the hot-plug thread to stop; join it before exiting.
-    velatrix_real_driver.thread_wait();
+    velatrix_destroy();  // joins the hot-plug thread
 }
 
 velatrix_device* Session::list() {

@@ -6,7 +6,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "host/hid_host.h"
+#include "host/linux/linux_layer.h"
 #include "host/linux/hid_identity.h"
 #include "host/linux/hidraw_interface.h"
 #include "host/linux/usb_watch.h"

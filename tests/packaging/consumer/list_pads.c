@@ -11,6 +11,5 @@ int main(void) {
     for (velatrix_device* d = head; d != NULL; d = d->next) printf("%s %s\n", d->path, d->model ? d->model : "-");
     velatrix_free_device_list(head);
     velatrix_destroy();
-    velatrix_real_driver.thread_wait();
     return count > 0 ? 0 : 1;
 }

@@ -1,0 +1,53 @@
+# The shared library exports exactly what the public headers declare with
+# VELATRIX_API: no C++ internal, no helper of a layer, nothing missing. Run
+# by CTest with LIBRARY (the shared library), INCLUDE_DIR and NM.
+file(GLOB_RECURSE headers ${INCLUDE_DIR}/*.h)
+set(declared "")
+foreach(header IN LISTS headers)
+  file(READ ${header} text)
+  # Comments and preprocessor lines out, then one declaration per ';'.
+  string(REGEX REPLACE "/\\*([^*]|\\*+[^*/])*\\*+/" " " text "${text}")
+  string(REGEX REPLACE "//[^\n]*" " " text "${text}")
+  string(REGEX REPLACE "(^|\n)[ \t]*#[^\n]*" "\n" text "${text}")
+  # Brackets would split CMake lists; array sizes do not matter here.
+  string(REGEX REPLACE "[][\n]" " " text "${text}")
+  string(REPLACE ";" "\n" text "${text}")
+  string(REGEX MATCHALL "VELATRIX_API[^\n]*" declarations "${text}")
+  foreach(declaration IN LISTS declarations)
+    if(declaration MATCHES "^VELATRIX_API[^(]*[^A-Za-z0-9_(]([A-Za-z_][A-Za-z0-9_]*)[ \t]*\\(")
+      list(APPEND declared ${CMAKE_MATCH_1})
+    elseif(declaration MATCHES "([A-Za-z_][A-Za-z0-9_]*)[ \t0-9]*$")
+      list(APPEND declared ${CMAKE_MATCH_1})
+    endif()
+  endforeach()
+endforeach()
+list(REMOVE_DUPLICATES declared)
+
+execute_process(COMMAND ${NM} -D --defined-only ${LIBRARY} OUTPUT_VARIABLE listing RESULT_VARIABLE failed)
+if(failed)
+  message(FATAL_ERROR "nm failed on ${LIBRARY}")
+endif()
+string(REGEX MATCHALL "[0-9a-f]+ [A-Za-z] [^\n]+" entries "${listing}")
+set(exported "")
+foreach(entry IN LISTS entries)
+  string(REGEX REPLACE "^[0-9a-f]+ [A-Za-z] ([^@]+).*$" "\\1" symbol "${entry}")
+  # AddressSanitizer's one-definition markers of exported globals.
+  if(symbol MATCHES "^__odr_asan[.]")
+    continue()
+  endif()
+  list(APPEND exported ${symbol})
+endforeach()
+list(REMOVE_DUPLICATES exported)
+
+set(extra ${exported})
+list(REMOVE_ITEM extra ${declared})
+set(missing ${declared})
+list(REMOVE_ITEM missing ${exported})
+list(LENGTH declared count)
+if(extra OR missing)
+  list(JOIN extra " " extra_text)
+  list(JOIN missing " " missing_text)
+  message(FATAL_ERROR "Exports differ from the ${count} declarations in include/:\n"
+                      "exported, not declared: ${extra_text}\ndeclared, not exported: ${missing_text}")
+endif()
+message(STATUS "${count} declarations, each exported, nothing else")
