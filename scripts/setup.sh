@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build and the tests need, once; then
-# configures and builds the given CMake preset (default: "default").
+# configures and builds the given CMake preset (default: "default"); with
+# VELATRIX_BUILD_TARGET set, only that target.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -20,4 +21,4 @@ fi
 
 preset="${1:-default}"
 cmake --preset "$preset" >/dev/null
-cmake --build --preset "$preset" -j "$(nproc)"
+cmake --build --preset "$preset" -j "$(nproc)" ${VELATRIX_BUILD_TARGET:+--target "$VELATRIX_BUILD_TARGET"}
