@@ -24,7 +24,6 @@ protected:
 
 TEST_P(HostilePads, ShortAndMalformedAnswersToEveryReadFailCleanlyOrClamp) {
     const Family& family = GetParam();
-    if (family.kind == Kind::open || family.kind == Kind::always_succeeds) GTEST_SKIP() << "see the fuzz target";
     const velatrix_virtual_pad pad = plug(model_names(family.needs_screens ? has_screens : nullptr).front().c_str());
     ASSERT_EQ(velatrix_virtual_set_busy_polls(pad, 0), 1);
     velatrix_device* device = open(pad);
@@ -61,7 +60,17 @@ TEST_P(HostilePads, ShortAndMalformedAnswersToEveryReadFailCleanlyOrClamp) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryFamily, HostilePads, ::testing::ValuesIn(families()),
+// The open and the mode set-ups (which report success whatever happens) are
+// the fuzz target's.
+std::vector<Family> reading_families() {
+    std::vector<Family> chosen;
+    for (const Family& family : families()) {
+        if (family.kind != Kind::open && family.kind != Kind::always_succeeds) chosen.push_back(family);
+    }
+    return chosen;
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryFamily, HostilePads, ::testing::ValuesIn(reading_families()),
                          [](const ::testing::TestParamInfo<Family>& info) { return std::string(info.param.name); });
 
 }  // namespace
