@@ -1,7 +1,9 @@
 // Callers that get it wrong: every operation family with a null device and
 // with a device that has been closed, then one table of null records, zero
-// and oversized lengths and out-of-range numbers and coordinates. None may
-// crash or reach the pad; each fails with its documented result and text.
+// lengths, unknown encodings and out-of-range numbers and coordinates. None
+// may crash or reach the pad; each fails with its documented result and
+// text. Last, a callback that closes its own device in the middle of a read.
+#include <atomic>
 #include <climits>
 
 #include "operation_families.h"
@@ -187,6 +189,35 @@ TEST_P(HostileArguments, FailAsDocumentedWithoutTraffic) {
 
 INSTANTIATE_TEST_SUITE_P(Table, HostileArguments, ::testing::ValuesIn(hostile_calls()),
                          [](const ::testing::TestParamInfo<HostileCall>& info) { return std::string(info.param.name); });
+
+// A caller that closes the device from inside its own input callback: the
+// read ends there, and no later callback or report of that read runs.
+std::atomic<int> closer_calls{0};
+std::atomic<int> later_calls{0};
+int close_from_callback(velatrix_device* device, const velatrix_input_report*, int, const uint8_t*, uint32_t) {
+    ++closer_calls;
+    EXPECT_EQ(velatrix_close_device(device), 1);
+    return 0;
+}
+int count_later(velatrix_device*, const velatrix_input_report*, int, const uint8_t*, uint32_t) {
+    ++later_calls;
+    return 0;
+}
+
+TEST_F(E2e, AnInputCallbackClosingItsOwnDeviceEndsTheRead) {
+    const velatrix_virtual_pad pad = plug(model_names().front().c_str());
+    velatrix_device* device = open(pad);
+    ASSERT_NE(device, nullptr);
+    velatrix_register_input_callback(device, close_from_callback);
+    velatrix_register_input_callback(device, count_later);
+    ASSERT_EQ(velatrix_virtual_pen(pad, 10, 10, 1, 1), 1);
+    ASSERT_EQ(velatrix_virtual_pen(pad, 11, 10, 1, 1), 1);
+    EXPECT_EQ(velatrix_device_read(device), 0);
+    EXPECT_EQ(last_error(), "Device is not open after read");
+    EXPECT_EQ(closer_calls.load(), 1);
+    EXPECT_EQ(later_calls.load(), 0);
+    EXPECT_EQ(device->open, 0);
+}
 
 }  // namespace
 }  // namespace velatrix::e2e
