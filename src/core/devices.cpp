@@ -21,7 +21,12 @@ int velatrix_list_devices(velatrix_device** head) {
         last = chain;
         while (last->next != nullptr) last = last->next;
     }
-    if (head != nullptr) *head = first;
+    if (head != nullptr) {
+        *head = first;
+    } else {
+        // Nobody to hand the chain to: it would leak.
+        velatrix_free_device_list(first);
+    }
     return 1;
 }
 

@@ -45,10 +45,10 @@ int velatrix_clear_screen(velatrix_device* device) {
     region.y2 = static_cast<uint16_t>(display.height - 1);
     region.visible = 1;
     region.in_use = 1;
-    velatrix_set_region(device, &region);
+    // A lost send is a failed clear (the driver's message stays the error).
+    if (velatrix_set_region(device, &region) != 1) return 0;
     region.in_use = 0;
-    velatrix_set_region(device, &region);
-    return 1;
+    return velatrix_set_region(device, &region) == 1 ? 1 : 0;
 }
 
 }  // extern "C"

@@ -69,11 +69,20 @@ struct velatrix_real_device {
     uint8_t report_map[256];
     // Asks the read thread to end after its current read.
     std::atomic<uint8_t> read_stop;
+    // 1 while a thread is inside velatrix_real_device_read, and which one:
+    // a close from another thread waits for it to leave before the record's
+    // lists are freed.
+    std::atomic<uint8_t> reading;
+    std::atomic<pthread_t> reading_thread;
 };
 
 namespace velatrix::host {
 
 inline velatrix_real_device* real(velatrix_device* device) { return reinterpret_cast<velatrix_real_device*>(device); }
+
+// The open flag, read and cleared by different threads (a reader and a
+// closer) without a lock.
+inline bool is_open(velatrix_device* device) { return std::atomic_ref<uint8_t>(device->open).load() != 0; }
 
 // "%s_%04hx_%04hx_%02x_%02x_%x" of the interface, cut to 255 characters.
 std::string device_path(const HidInterfaceInfo& info);

@@ -26,10 +26,28 @@ void drain_pending_reports(velatrix_real_device* record) {
     queue.clear();
 }
 
+// Marks the record as being read by this thread for the mark's lifetime.
+class ReadingMark {
+public:
+    explicit ReadingMark(velatrix_real_device* record) : record_(record) {
+        record_->reading_thread.store(pthread_self());
+        record_->reading.store(1);
+    }
+    ~ReadingMark() {
+        record_->reading.store(0);
+        record_->reading.notify_all();
+    }
+    ReadingMark(const ReadingMark&) = delete;
+    ReadingMark& operator=(const ReadingMark&) = delete;
+
+private:
+    velatrix_real_device* record_;
+};
+
 void* read_thread_main(void* argument) {
     auto* device = static_cast<velatrix_device*>(argument);
     velatrix_real_device* record = real(device);
-    while (!record->read_stop.load() && device->open) {
+    while (!record->read_stop.load() && is_open(device)) {
         if (velatrix_device_read(device) != 1) break;
     }
     return nullptr;
@@ -54,7 +72,7 @@ void velatrix_linux_unplug_callback(velatrix_device* device) {
 
 int velatrix_real_device_read(velatrix_device* device) {
     VELATRIX_TRACE_FUNCTION_IN(velatrix::kLogHost);
-    if (device == nullptr || !device->open) {
+    if (device == nullptr || !is_open(device)) {
         VELATRIX_REPORT_ERROR_IN(velatrix::kLogHost, "Device is not open");
         VELATRIX_LOG_IN(velatrix::kLogHost, VELATRIX_LEVEL_INFO, "Device is not open: open: %hhu, path: %s",
                         static_cast<unsigned char>(device != nullptr ? device->open : 0),
@@ -62,12 +80,15 @@ int velatrix_real_device_read(velatrix_device* device) {
         return 0;
     }
     velatrix_real_device* record = real(device);
+    ReadingMark reading(record);
     if (!record->scheduled) {
         record->scheduled = 1;
         VELATRIX_LOG_IN(velatrix::kLogHost, VELATRIX_LEVEL_FINE, "Reading device %s on input source %s", device->path,
                         record->run_loop_mode);
     }
-    if (record->hid_device != nullptr) {
+    // A close that began before the mark was set did not wait for this
+    // read: it must not touch the interface or the lists any more.
+    if (record->hid_device != nullptr && is_open(device)) {
         InputResult result = record->hid_device->wait_input(kReadWait, [record](std::span<const uint8_t> report) {
             // The report lands in the record's input buffer first, as the
             // input source of the device always places it there.
@@ -82,8 +103,8 @@ int velatrix_real_device_read(velatrix_device* device) {
                             device->path, result.error, std::strerror(result.error));
         }
     }
-    drain_pending_reports(record);
-    if (device->open) return 1;
+    if (is_open(device)) drain_pending_reports(record);
+    if (is_open(device)) return 1;
     VELATRIX_REPORT_ERROR_IN(velatrix::kLogHost, "Device is not open after read");
     VELATRIX_LOG_IN(velatrix::kLogHost, VELATRIX_LEVEL_INFO, "Device is not open after read: open: %hhu, path: %s",
                     device->open, device->path != nullptr ? device->path : "(null)");

@@ -66,6 +66,11 @@ int velatrix_real_close_device(velatrix_device* device) {
     // Also after an unplug: the system still holds the node open until it
     // is released. Closing twice is harmless.
     if (record->hid_device != nullptr) record->hid_device->close();
+    // A read on another thread wakes from the closed interface; it is let
+    // out (its last callbacks included) before the caller frees the lists.
+    if (record->reading.load() != 0 && !pthread_equal(record->reading_thread.load(), pthread_self())) {
+        record->reading.wait(1);
+    }
     record->run_loop_mode[0] = '\0';
     return 1;
 }

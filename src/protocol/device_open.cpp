@@ -3,6 +3,7 @@
 // needs is cached in the record.
 #include <unistd.h>
 
+#include <atomic>
 #include <cstdlib>
 
 #include "core/open_devices.h"
@@ -91,20 +92,24 @@ int velatrix_close_device(velatrix_device* device) {
         VELATRIX_REPORT_ERROR("Parameter passed into velatrix_open_device was null.");
         return 0;
     }
-    if (!device->open) {
+    // A reader on another thread (or the removal it reports) may close at
+    // the same moment: exactly one close goes on.
+    uint8_t was_open = 1;
+    if (!std::atomic_ref<uint8_t>(device->open).compare_exchange_strong(was_open, 0)) {
         VELATRIX_REPORT_ERROR("Device is already closed.");
         return 0;
     }
-    device->open = 0;
     velatrix::protocol::note_request(device);
     velatrix_device_notify_close(device);
+    // The driver first: it lets a read still running on another thread end
+    // before the lists that read walks are freed.
+    const int result = device->driver->close_device(device);
     velatrix_list_free(device->input_callbacks);
     device->input_callbacks = nullptr;
     velatrix_free_regions(device->regions);
     device->regions = nullptr;
     velatrix_free_device_uuid(device->uuid);
     device->uuid = nullptr;
-    const int result = device->driver->close_device(device);
     velatrix::remove_open_device(device);
     return result;
 }

@@ -15,11 +15,14 @@ namespace {
 void call_input_callbacks(velatrix_device* device, const velatrix_input_report& record, const uint8_t* buffer,
                           uint32_t length) {
     if (device == nullptr || device->input_callbacks == nullptr) return;
-    velatrix_list_node* node = device->input_callbacks->head;
+    const velatrix_list* callbacks = device->input_callbacks;
+    velatrix_list_node* node = callbacks->head;
     while (node != nullptr) {
         velatrix_list_node* next = node->next;
         auto callback = reinterpret_cast<velatrix_input_callback>(node->value);
         callback(device, &record, record.type, buffer, length);
+        // A callback that closed its device has freed the list with it.
+        if (device->input_callbacks != callbacks) return;
         node = next;
     }
 }

@@ -70,16 +70,16 @@ std::vector<std::shared_ptr<VirtualPad>> VirtualBus::pads() const {
 std::shared_ptr<VirtualBus::Watcher> VirtualBus::add_watcher() {
     auto watcher = std::make_shared<Watcher>();
     std::lock_guard lock(mutex_);
-    watcher->seen = changes_;
+    watchers_.push_back(watcher);
     return watcher;
 }
 
 VirtualBus::Change VirtualBus::wait_change(Watcher& watcher) {
     std::unique_lock lock(mutex_);
-    changed_.wait(lock, [&] { return watcher.stopped || watcher.seen != changes_; });
+    changed_.wait(lock, [&] { return watcher.stopped || watcher.pending.has_value(); });
     if (watcher.stopped) return Change::stopped;
-    Change first = history_[watcher.seen];
-    watcher.seen = changes_;
+    Change first = *watcher.pending;
+    watcher.pending.reset();
     return first;
 }
 
@@ -95,7 +95,11 @@ uint64_t VirtualBus::changes() const {
 }
 
 void VirtualBus::changed_locked(Change kind) {
-    history_.push_back(kind);
+    std::erase_if(watchers_, [](const std::weak_ptr<Watcher>& held) { return held.expired(); });
+    for (const auto& held : watchers_) {
+        std::shared_ptr<Watcher> watcher = held.lock();
+        if (watcher && !watcher->pending) watcher->pending = kind;
+    }
     ++changes_;
     changed_.notify_all();
 }

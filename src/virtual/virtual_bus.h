@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,13 +30,14 @@ public:
     // In plugging order.
     std::vector<std::shared_ptr<VirtualPad>> pads() const;
 
-    // What a USB watch remembers between two waits.
+    enum class Change { attached, detached, stopped };
+    // What a USB watch has not been told yet: the kind of the first change
+    // since its last wait (later ones are told as one with it).
     struct Watcher {
-        uint64_t seen = 0;
+        std::optional<Change> pending;
         bool stopped = false;
     };
     std::shared_ptr<Watcher> add_watcher();
-    enum class Change { attached, detached, stopped };
     // Blocks until a pad is plugged or unplugged after the watcher last
     // looked, or the watcher is stopped. Changes that piled up meanwhile
     // are told as one, of the kind of the first.
@@ -56,8 +58,9 @@ private:
     std::map<int, std::shared_ptr<VirtualPad>> pads_;
     int next_id_ = 1;
     uint64_t changes_ = 0;
-    // Kind of every change so far, oldest first (one entry per plug or unplug).
-    std::vector<Change> history_;
+    // The watchers still held by a USB watch; a dropped one is forgotten at
+    // the next change, so plugging and unplugging forever takes no memory.
+    std::vector<std::weak_ptr<Watcher>> watchers_;
 };
 
 }  // namespace velatrix::virtual_pad
