@@ -1,5 +1,6 @@
 // The file handler of the debug log and the default two-line record format.
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -40,8 +41,14 @@ char* join_path(const char* directory, const char* name) {
 
 FILE* open_output_file(const char* path, const char* mode) {
     if (path == nullptr) return nullptr;
-    const int fd = ::open(path, O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0644);
+    // The log and the trace can hold serial numbers and card tracks: only
+    // their owner may read them, also when an older file is written over.
+    const int fd = ::open(path, O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0600);
     if (fd < 0) return nullptr;
+    if (::fchmod(fd, 0600) != 0) {
+        ::close(fd);
+        return nullptr;
+    }
     FILE* file = ::fdopen(fd, mode);
     if (file == nullptr) ::close(fd);
     return file;

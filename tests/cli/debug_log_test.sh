@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # The command-line tool with the debug log switched on by the environment:
-# a log with two-line records from FINEST up and a pcap trace beside it; at
+# a log with two-line records from FINEST up and a pcap trace beside it, both
+# readable by their owner only; at
 # WARNING no fingerprint; with the log off nothing at all.
 set -euo pipefail
 quillmark="$1"
@@ -20,6 +21,9 @@ logs=("$dir"/on/velatrix-debug-quillmark-*.log)
 [[ "${logs[0]}" =~ velatrix-debug-quillmark-[0-9]+\.log$ ]] || fail "log name ${logs[0]}"
 pid=${logs[0]##*-}; pid=${pid%.log}
 [[ -f "$dir/on/velatrix-trace-quillmark-$pid.pcap" ]] || fail "no trace file beside the log"
+for written in "${logs[0]}" "$dir/on/velatrix-trace-quillmark-$pid.pcap"; do
+  [[ "$(stat -c %a "$written")" == "600" ]] || fail "$written is readable by others: $(stat -c %a "$written")"
+done
 [[ "$(head -c 4 "$dir/on/velatrix-trace-quillmark-$pid.pcap" | od -An -tx1 | tr -d ' ')" == "d4c3b2a1" ]] ||
   fail "trace file does not start with the pcap magic"
 head -n 1 "${logs[0]}" | grep -Eq '^velatrix_debug_print_fingerprint\(\) \[level: INFO, time: [0-9]{4}-[0-9]{2}-[0-9]{2} [0-9:]{8}, process: [0-9]+, thread: [0-9]+, location: src/velatrix-debug:617\]$' ||
