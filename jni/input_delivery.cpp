@@ -54,9 +54,7 @@ extern "C" VELATRIX_API int velatrix_jni_read_callback(velatrix_device* device, 
     if (context.env == nullptr || context.device == nullptr) return 0;
     JNIEnv* env = context.env;
 
-    jbyteArray raw = env->NewByteArray(static_cast<jsize>(length));
-    if (raw != nullptr && length > 0) env->SetByteArrayRegion(raw, 0, static_cast<jsize>(length), reinterpret_cast<const jbyte*>(buffer));
-    push(env, context, velatrix_push_raw_input_report, raw);
+    push(env, context, velatrix_push_raw_input_report, new_byte_array(env, buffer, length));
     if (record == nullptr) return 0;
 
     switch (type & 0xFF) {

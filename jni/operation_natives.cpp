@@ -47,8 +47,7 @@ VQ_DEVICE_NATIVE(jbyteArray, getUuid) {
         velatrix_throw_exception_str(env, "Device UUID is null.");
         return nullptr;
     }
-    jbyteArray bytes = env->NewByteArray(16);
-    if (bytes != nullptr) env->SetByteArrayRegion(bytes, 0, 16, reinterpret_cast<const jbyte*>(uuid));
+    jbyteArray bytes = new_byte_array(env, uuid, 16);
     velatrix_free_device_uuid(uuid);
     return bytes;
 }
@@ -62,11 +61,7 @@ VQ_DEVICE_NATIVE(jbyteArray, getErrorCorrectionTable) {
         velatrix_throw_exception(env);
         return nullptr;
     }
-    jbyteArray bytes = env->NewByteArray(VELATRIX_ERROR_CORRECTION_TABLE_SIZE);
-    if (bytes != nullptr) {
-        env->SetByteArrayRegion(bytes, 0, VELATRIX_ERROR_CORRECTION_TABLE_SIZE, reinterpret_cast<const jbyte*>(table->data));
-    }
-    return bytes;
+    return new_byte_array(env, table->data, VELATRIX_ERROR_CORRECTION_TABLE_SIZE);
 }
 
 VQ_DEVICE_NATIVE(void, setErrorCorrectionTable, jbyteArray data) {
@@ -179,9 +174,7 @@ VQ_DEVICE_NATIVE(jbyteArray, getDisplayBuffer, jint x, jint y, jint count) {
         velatrix_throw_exception(env);
         return nullptr;
     }
-    jbyteArray pixels = env->NewByteArray(4 * count);
-    if (pixels != nullptr) env->SetByteArrayRegion(pixels, 0, 4 * count, reinterpret_cast<const jbyte*>(record->entries));
-    return pixels;
+    return new_byte_array(env, record->entries, 4 * static_cast<size_t>(count));
 }
 
 namespace {

@@ -109,6 +109,13 @@ jstring new_string(JNIEnv* env, const char* text, size_t max) {
     return env->NewString(reinterpret_cast<const jchar*>(utf16.data()), static_cast<jsize>(utf16.size()));
 }
 
+jbyteArray new_byte_array(JNIEnv* env, const void* bytes, size_t length) {
+    const auto size = static_cast<jsize>(length);
+    jbyteArray array = env->NewByteArray(size);
+    if (array != nullptr && size > 0) env->SetByteArrayRegion(array, 0, size, static_cast<const jbyte*>(bytes));
+    return array;
+}
+
 jvalue slot_argument(JNIEnv* env, const void* record, const Slot& slot) {
     jvalue value{};
     switch (slot.kind) {
@@ -136,15 +143,9 @@ jvalue slot_argument(JNIEnv* env, const void* record, const Slot& slot) {
         }
         case SlotKind::Zero:
             break;
-        case SlotKind::ByteArray: {
-            jbyteArray array = env->NewByteArray(slot.count);
-            if (array != nullptr) {
-                env->SetByteArrayRegion(array, 0, slot.count,
-                                        reinterpret_cast<const jbyte*>(static_cast<const uint8_t*>(record) + slot.offset));
-            }
-            value.l = array;
+        case SlotKind::ByteArray:
+            value.l = new_byte_array(env, static_cast<const uint8_t*>(record) + slot.offset, slot.count);
             break;
-        }
     }
     return value;
 }

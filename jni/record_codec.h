@@ -95,6 +95,10 @@ void store_number(void* record, const Slot& slot, int64_t value, uint16_t elemen
 // sends gives a valid string. Null text gives a null string.
 jstring new_string(JNIEnv* env, const char* text, size_t max);
 
+// A new Java byte[] holding a copy of the bytes; null (with a Java error
+// pending) when the VM has no memory for it.
+jbyteArray new_byte_array(JNIEnv* env, const void* bytes, size_t length);
+
 // The constructor argument a slot gives, read from the record.
 jvalue slot_argument(JNIEnv* env, const void* record, const Slot& slot);
 

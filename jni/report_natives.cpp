@@ -126,9 +126,7 @@ VQ_DEVICE_NATIVE(jbyteArray, getAsicRegister) {
         velatrix_throw_exception(env);
         return nullptr;
     }
-    jbyteArray bytes = env->NewByteArray(sizeof record);
-    if (bytes != nullptr) env->SetByteArrayRegion(bytes, 0, sizeof record, reinterpret_cast<const jbyte*>(&record));
-    return bytes;
+    return new_byte_array(env, &record, sizeof record);
 }
 
 VQ_DEVICE_NATIVE(void, setAsicRegister, jint address, jint value) {

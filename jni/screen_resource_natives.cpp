@@ -162,15 +162,11 @@ VQ_DEVICE_NATIVE(jobject, getResource) {
     }
     const auto contents = read_contents(env, device, *chunk);
     if (!contents) return nullptr;
-    const auto length = static_cast<jsize>(contents->size());
     if (type == VELATRIX_RESOURCE_TEXT) {
         // The text is stored with its terminator; anything after it is not text.
         arguments[1].l = new_string(env, reinterpret_cast<const char*>(contents->data()), contents->size());
     } else {
-        jbyteArray bytes = env->NewByteArray(length);
-        if (bytes != nullptr)
-            env->SetByteArrayRegion(bytes, 0, length, reinterpret_cast<const jbyte*>(contents->data()));
-        arguments[1].l = bytes;
+        arguments[1].l = new_byte_array(env, contents->data(), contents->size());
     }
     if (arguments[1].l == nullptr) return nullptr;  // out of memory, pending
     jobject resource = new_object(env, type == VELATRIX_RESOURCE_TEXT ? kResourceText : kResourceGraphic, arguments);

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "binding.h"
+#include "record_codec.h"
 #include "velatrix-virtual.h"
 
 namespace {
@@ -52,11 +53,7 @@ std::string from_java(JNIEnv* env, jstring text) {
 }
 
 jbyteArray to_java(JNIEnv* env, std::span<const uint8_t> bytes) {
-    jbyteArray array = env->NewByteArray(static_cast<jsize>(bytes.size()));
-    if (array != nullptr && !bytes.empty()) {
-        env->SetByteArrayRegion(array, 0, static_cast<jsize>(bytes.size()), reinterpret_cast<const jbyte*>(bytes.data()));
-    }
-    return array;
+    return velatrix::jni::new_byte_array(env, bytes.data(), bytes.size());
 }
 
 std::vector<uint8_t> bytes_of(JNIEnv* env, jbyteArray array) {
