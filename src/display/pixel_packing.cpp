@@ -28,7 +28,11 @@ namespace {
 // Row kernels get a vector version where the processor has one; the plain
 // version gives the same bytes. (A size_t index lets the compiler see that
 // 3 * i cannot wrap, which it needs to vectorise.)
-#if defined(__GNUC__) && !defined(__clang__) && defined(__x86_64__) && defined(__linux__)
+// The clones are chosen by an ifunc resolver while the program is being
+// loaded, before ThreadSanitizer's runtime is up; a tsan build uses the
+// plain version (the clones give the same bytes).
+#if defined(__GNUC__) && !defined(__clang__) && defined(__x86_64__) && defined(__linux__) && \
+    !defined(__SANITIZE_THREAD__)
 #define VELATRIX_ROW_KERNEL __attribute__((target_clones("avx2", "default"), optimize("tree-vectorize")))
 #else
 #define VELATRIX_ROW_KERNEL

@@ -24,7 +24,11 @@ constexpr int64_t kTableWorthIt = 64;
 
 using Tables = std::array<std::array<uint8_t, 256>, 3>;
 
-#if defined(__GNUC__) && !defined(__clang__) && defined(__x86_64__) && defined(__linux__)
+// The clones are chosen by an ifunc resolver while the program is being
+// loaded, before ThreadSanitizer's runtime is up; a tsan build uses the
+// plain version (the clones give the same bytes).
+#if defined(__GNUC__) && !defined(__clang__) && defined(__x86_64__) && defined(__linux__) && \
+    !defined(__SANITIZE_THREAD__)
 #define VELATRIX_WIDE_STORES __attribute__((target_clones("avx512f", "avx2", "default")))
 #else
 #define VELATRIX_WIDE_STORES
