@@ -3,6 +3,8 @@
 #include <cstdarg>
 #include <cstdio>
 
+#include "debug/state.h"
+
 namespace velatrix {
 
 FunctionTrace::FunctionTrace(const char* function, const char* file, int line)
@@ -12,6 +14,10 @@ FunctionTrace::FunctionTrace(const char* function, const char* file, int line)
 
 FunctionTrace::~FunctionTrace() {
     velatrix_debug_report_message(function_, file_, line_, VELATRIX_LEVEL_FINEST, "<== Leaving Function");
+}
+
+bool log_records_wanted(uint32_t level) {
+    return level >= debug::maxLevel.load(std::memory_order_relaxed) && debug::is_initialised();
 }
 
 int report_error_at(const char* function, const char* file, int line, const char* format, ...) {

@@ -27,6 +27,12 @@ private:
     int line_;
 };
 
+// True when a record at `level` would reach the handlers now: the test
+// every record makes first. A path that would make a long run of records
+// (a frame's chunks) asks once and, when none would go anywhere, takes a
+// quiet way that makes none.
+bool log_records_wanted(uint32_t level);
+
 // Stores the message as the last error and logs "Error reported: %s" at WARNING.
 int report_error_at(const char* function, const char* file, int line, const char* format, ...)
     VELATRIX_PRINTF(4, 5);

@@ -1,8 +1,7 @@
 // Sending bitmaps to the pad's display as chunks of packed pixels.
 #include <algorithm>
 #include <array>
-#include <cstring>
-#include <vector>
+#include <memory>
 
 #include "velatrix/display.h"
 #include "velatrix/transport.h"
@@ -17,18 +16,12 @@
 namespace {
 
 using namespace velatrix::protocol;
+using velatrix::display::kChunkDataOffset;
+using velatrix::display::kChunkReportLength;
 
-constexpr ReportEntry kChunkReport = report(report_id::kDisplayChunk);
 constexpr ReportEntry kContentReport = report(report_id::kDisplayContent);
-constexpr size_t kHeaderLength = 10;
-// Chunks packed in one pass over the rows: 16 chunk records stay in cache.
+// Chunks packed in one pass over the rows: 16 chunk reports stay in cache.
 constexpr uint32_t kChunksPerPass = 16;
-static_assert(kHeaderLength + VELATRIX_DISPLAY_CHUNK_DATA_SIZE == kChunkReport.length);
-
-void put_big_endian(uint8_t* buffer, size_t offset, uint16_t value) {
-    buffer[offset] = static_cast<uint8_t>(value >> 8);
-    buffer[offset + 1] = static_cast<uint8_t>(value);
-}
 
 }  // namespace
 
@@ -42,28 +35,11 @@ int velatrix_set_display_content(velatrix_device* device, uint32_t content) {
 }
 
 int velatrix_set_display_chunk(velatrix_device* device, velatrix_display_chunk chunk) {
-    return velatrix::display::send_display_chunk(device, chunk);
+    // Packed by the record's rows, then sent as a transfer's chunks are.
+    uint8_t report[kChunkReportLength] = {};
+    velatrix::protocol::pack_fields(velatrix::display::kChunkRows, &chunk, report);
+    return velatrix::display::ChunkSender(device).send(report);
 }
-
-}  // extern "C"
-
-// The chunk by reference: a transfer sends hundreds of them and a copy of
-// each, on the way in, costs as much as packing it. The log shows it as
-// the public call it stands for.
-int velatrix::display::send_display_chunk(velatrix_device* device, const velatrix_display_chunk& chunk) {
-    const ::velatrix::FunctionTrace trace("velatrix_set_display_chunk", ::velatrix::kLogCore, __LINE__);
-    uint8_t buffer[kChunkReport.length] = {chunk.report_id};
-    put_big_endian(buffer, 1, chunk.x);
-    put_big_endian(buffer, 3, chunk.y);
-    put_big_endian(buffer, 5, chunk.width);
-    put_big_endian(buffer, 7, chunk.height);
-    buffer[9] = chunk.bits_per_pixel;
-    std::memcpy(buffer + kHeaderLength, chunk.data, sizeof chunk.data);
-    if (!wait_for_interlock(device, kChunkReport.set_before.sleep, kChunkReport.set_before.mask)) return 0;
-    return velatrix_hid_set_feature_report(device, buffer, sizeof buffer) == 1 ? 1 : 0;
-}
-
-extern "C" {
 
 int velatrix_transfer_bitmap_to_device(velatrix_device* device, const velatrix_bitmap* bitmap, uint32_t x, uint32_t y,
                                        uint8_t bits_per_pixel) {
@@ -77,23 +53,23 @@ int velatrix_transfer_bitmap_to_device(velatrix_device* device, const velatrix_b
     // are packed in one pass over the rows before they are sent in order.
     const bool side_by_side = shape.height >= height && shape.width <= 0xFFFF && height <= 0xFFFF;
     const uint32_t group = side_by_side ? kChunksPerPass : 1;
-    std::vector<velatrix_display_chunk> chunks(group);
+    // The reports are packed where they are sent from: no copy per chunk.
+    const std::unique_ptr<uint8_t[]> reports(new uint8_t[size_t{group} * kChunkReportLength]);
     std::array<uint8_t*, kChunksPerPass> data{};
+    const velatrix::display::ChunkHeader header(bits_per_pixel);
+    velatrix::display::ChunkSender sender(device);
     for (uint32_t cx = 0; cx < width; cx += group * shape.width) {
         for (uint32_t cy = 0; cy < height; cy += shape.height) {
             uint32_t count = 0, span = 0, rows = 0;
             for (uint32_t k = 0; k < group && cx + k * shape.width < width; ++k, ++count) {
-                velatrix_display_chunk& chunk = chunks[k];
+                uint8_t* report = reports.get() + size_t{k} * kChunkReportLength;
                 const uint32_t left = cx + k * shape.width;
-                chunk.report_id = report_id::kDisplayChunk;
-                chunk.x = static_cast<uint16_t>(x + left);
-                chunk.y = static_cast<uint16_t>(y + cy);
-                chunk.width = static_cast<uint16_t>(std::min(shape.width, width - left));
-                chunk.height = static_cast<uint16_t>(std::min(shape.height, height - cy));
-                chunk.bits_per_pixel = bits_per_pixel;
-                data[k] = chunk.data;
-                span += chunk.width;
-                rows = chunk.height;
+                const uint32_t chunk_width = std::min(shape.width, width - left);
+                rows = std::min(shape.height, height - cy);
+                header.write(report, static_cast<uint16_t>(x + left), static_cast<uint16_t>(y + cy),
+                             static_cast<uint16_t>(chunk_width), static_cast<uint16_t>(rows));
+                data[k] = report + kChunkDataOffset;
+                span += chunk_width;
             }
             // Column by column within each chunk: the pad fills its display
             // memory that way.
@@ -101,7 +77,7 @@ int velatrix_transfer_bitmap_to_device(velatrix_device* device, const velatrix_b
                                                  count == 1 ? span : shape.width, data.data(),
                                                  VELATRIX_DISPLAY_CHUNK_DATA_SIZE);
             for (uint32_t k = 0; k < count; ++k) {
-                if (!velatrix::display::send_display_chunk(device, chunks[k])) return 0;
+                if (!sender.send(reports.get() + size_t{k} * kChunkReportLength)) return 0;
             }
         }
     }

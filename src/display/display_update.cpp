@@ -70,21 +70,21 @@ int velatrix_update_display(velatrix_device* device, const velatrix_bitmap* bitm
     const auto shape = velatrix::display::chunk_shape(width, height, bits_per_pixel);
     uint64_t sent = 0;
     if (shape.width != 0 && shape.height != 0) {
-        velatrix_display_chunk chunk{};
+        uint8_t report[velatrix::display::kChunkReportLength];
+        uint8_t* data = report + velatrix::display::kChunkDataOffset;
+        const velatrix::display::ChunkHeader header(bits_per_pixel);
+        velatrix::display::ChunkSender sender(device);
         // The same grid, order and packing as a full transfer.
         for (uint32_t cx = 0; cx < width; cx += shape.width) {
             for (uint32_t cy = 0; cy < height; cy += shape.height) {
-                chunk.report_id = velatrix::protocol::report_id::kDisplayChunk;
-                chunk.x = static_cast<uint16_t>(x + cx);
-                chunk.y = static_cast<uint16_t>(y + cy);
-                chunk.width = static_cast<uint16_t>(std::min(shape.width, width - cx));
-                chunk.height = static_cast<uint16_t>(std::min(shape.height, height - cy));
-                chunk.bits_per_pixel = bits_per_pixel;
-                if (partial && unchanged(frame, bitmap, cx, cy, chunk.width, chunk.height)) continue;
-                uint8_t* data = chunk.data;
-                velatrix::display::pack_chunk_pixels(bitmap, cx, cy, chunk.width, chunk.height, bits_per_pixel,
-                                                     chunk.width, &data, sizeof chunk.data);
-                if (!velatrix::display::send_display_chunk(device, chunk)) return 0;
+                const uint32_t chunk_width = std::min(shape.width, width - cx);
+                const uint32_t chunk_height = std::min(shape.height, height - cy);
+                if (partial && unchanged(frame, bitmap, cx, cy, chunk_width, chunk_height)) continue;
+                header.write(report, static_cast<uint16_t>(x + cx), static_cast<uint16_t>(y + cy),
+                             static_cast<uint16_t>(chunk_width), static_cast<uint16_t>(chunk_height));
+                velatrix::display::pack_chunk_pixels(bitmap, cx, cy, chunk_width, chunk_height, bits_per_pixel,
+                                                     chunk_width, &data, VELATRIX_DISPLAY_CHUNK_DATA_SIZE);
+                if (!sender.send(report)) return 0;
                 ++sent;
             }
         }

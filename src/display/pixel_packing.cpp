@@ -234,6 +234,175 @@ VELATRIX_WIDE_MONO void pack_mono_wide(const Block& block) {
 
 #endif
 
+#if defined(__GNUC__) && defined(__x86_64__)
+#define VELATRIX_HAVE_WIDE_COLUMNS 1
+// Whole columns of whole bytes: when every column of the block starts on a
+// byte of its chunk and the block fits, each column's bytes are its own
+// and can be stored rather than or-ed into zeroed chunks. Eight vectors of
+// 64 bytes, byte c of vector m being byte m of column c's next eight, are
+// turned into one 8-byte word per column and stored; only the chunks'
+// unused tails need zeroing.
+#define VELATRIX_WIDE_COLUMNS __attribute__((target("avx512f,avx512bw,avx512vl,avx512vbmi")))
+
+// The first byte of each of up to 64 columns in its chunk, for a depth
+// whose columns take `column_bytes` bytes each.
+struct ColumnStarts {
+    uint8_t* at[64];
+    void fill(const Block& block, uint32_t j0, uint32_t count, size_t column_bytes) {
+        for (uint32_t j = 0; j < count; ++j) at[j] = block.chunk_of(j0 + j) + block.local(j0 + j) * column_bytes;
+    }
+};
+
+// Stores bytes [0, bytes) of each column's word (byte m from vector m) at
+// starts.at[c] + offset, for columns [0, count).
+VELATRIX_WIDE_COLUMNS inline void store_column_words(const __m512i (&v)[8], uint32_t count, const ColumnStarts& starts,
+                                                      size_t offset, uint32_t bytes) {
+    // Interleaving bytes, then 16-bit and 32-bit lanes leaves in word
+    // 2 l + e of result q the eight bytes of column 16 l + 2 q + e.
+    const __m512i t0 = _mm512_unpacklo_epi8(v[0], v[1]), t1 = _mm512_unpackhi_epi8(v[0], v[1]);
+    const __m512i t2 = _mm512_unpacklo_epi8(v[2], v[3]), t3 = _mm512_unpackhi_epi8(v[2], v[3]);
+    const __m512i t4 = _mm512_unpacklo_epi8(v[4], v[5]), t5 = _mm512_unpackhi_epi8(v[4], v[5]);
+    const __m512i t6 = _mm512_unpacklo_epi8(v[6], v[7]), t7 = _mm512_unpackhi_epi8(v[6], v[7]);
+    const __m512i u0 = _mm512_unpacklo_epi16(t0, t2), u1 = _mm512_unpackhi_epi16(t0, t2);
+    const __m512i u2 = _mm512_unpacklo_epi16(t1, t3), u3 = _mm512_unpackhi_epi16(t1, t3);
+    const __m512i u4 = _mm512_unpacklo_epi16(t4, t6), u5 = _mm512_unpackhi_epi16(t4, t6);
+    const __m512i u6 = _mm512_unpacklo_epi16(t5, t7), u7 = _mm512_unpackhi_epi16(t5, t7);
+    alignas(64) uint64_t words[8][8];
+    _mm512_store_si512(words[0], _mm512_unpacklo_epi32(u0, u4));
+    _mm512_store_si512(words[1], _mm512_unpackhi_epi32(u0, u4));
+    _mm512_store_si512(words[2], _mm512_unpacklo_epi32(u1, u5));
+    _mm512_store_si512(words[3], _mm512_unpackhi_epi32(u1, u5));
+    _mm512_store_si512(words[4], _mm512_unpacklo_epi32(u2, u6));
+    _mm512_store_si512(words[5], _mm512_unpackhi_epi32(u2, u6));
+    _mm512_store_si512(words[6], _mm512_unpacklo_epi32(u3, u7));
+    _mm512_store_si512(words[7], _mm512_unpackhi_epi32(u3, u7));
+    const auto word_of = [&](uint32_t c) { return words[(c % 16) / 2][2 * (c / 16) + c % 2]; };
+    if (bytes == 8) {
+        for (uint32_t c = 0; c < count; ++c) {
+            const uint64_t word = word_of(c);
+            std::memcpy(starts.at[c] + offset, &word, 8);
+        }
+    } else {
+        const auto mask = static_cast<__mmask16>((1u << bytes) - 1);
+        for (uint32_t c = 0; c < count; ++c) {
+            _mm_mask_storeu_epi8(starts.at[c] + offset, mask, _mm_cvtsi64_si128(static_cast<long long>(word_of(c))));
+        }
+    }
+}
+
+// The byte masks of the three 64-byte loads that cover `count` (at most
+// 64) pixels.
+struct PixelLoads {
+    __mmask64 mask[3];
+    explicit PixelLoads(uint32_t count) {
+        const size_t bytes = size_t{count} * 3;
+        for (size_t i = 0; i < 3; ++i) {
+            const size_t left = bytes > 64 * i ? bytes - 64 * i : 0;
+            mask[i] = left >= 64 ? ~__mmask64{0} : (__mmask64{1} << left) - 1;
+        }
+    }
+};
+
+// Blue, green and red of 32 pixels as 16-bit lanes: pixel i's channel c
+// is byte 3 i + c of the 128 bytes `low` then `high`.
+struct alignas(64) WidePicks {
+    uint8_t bytes[3][64];
+};
+constexpr WidePicks kWidePicks = [] {
+    WidePicks picks{};
+    for (int i = 0; i < 32; ++i) {
+        for (int c = 0; c < 3; ++c) picks.bytes[c][2 * i] = static_cast<uint8_t>(3 * i + c);
+    }
+    return picks;
+}();
+constexpr __mmask64 kLowBytes = 0x5555555555555555ull;
+
+// The channel sums of 64 pixels, pixels 0 to 31 in `first` and 32 to 63 in
+// `second`, from their three 64-byte loads.
+VELATRIX_WIDE_COLUMNS inline void channel_sums(const uint8_t* bgr, const PixelLoads& loads, __m512i& first,
+                                               __m512i& second) {
+    const __m512i a = _mm512_maskz_loadu_epi8(loads.mask[0], bgr);
+    const __m512i b = _mm512_maskz_loadu_epi8(loads.mask[1], bgr + 64);
+    const __m512i c = _mm512_maskz_loadu_epi8(loads.mask[2], bgr + 128);
+    const __m512i blue = _mm512_load_si512(kWidePicks.bytes[0]), green = _mm512_load_si512(kWidePicks.bytes[1]),
+                  red = _mm512_load_si512(kWidePicks.bytes[2]);
+    first = _mm512_add_epi16(_mm512_add_epi16(_mm512_maskz_permutex2var_epi8(kLowBytes, a, blue, b),
+                                              _mm512_maskz_permutex2var_epi8(kLowBytes, a, green, b)),
+                             _mm512_maskz_permutex2var_epi8(kLowBytes, a, red, b));
+    // Pixel 32 starts at byte 96: byte 32 of `b`.
+    const __m512i shift = _mm512_set1_epi8(32);
+    second = _mm512_add_epi16(
+        _mm512_add_epi16(_mm512_maskz_permutex2var_epi8(kLowBytes, b, _mm512_add_epi8(blue, shift), c),
+                         _mm512_maskz_permutex2var_epi8(kLowBytes, b, _mm512_add_epi8(green, shift), c)),
+        _mm512_maskz_permutex2var_epi8(kLowBytes, b, _mm512_add_epi8(red, shift), c));
+}
+
+// 1 bit per pixel in whole bytes (block height a multiple of 8): 64
+// columns by 64 rows at a time, row k of each eight added as bit 7 - k.
+VELATRIX_WIDE_COLUMNS void pack_mono_columns(const Block& block) {
+    const __m512i threshold = _mm512_set1_epi16(3 * 128);
+    ColumnStarts starts;
+    for (uint32_t j0 = 0; j0 < block.width; j0 += 64) {
+        const uint32_t count = std::min(64u, block.width - j0);
+        const PixelLoads loads(count);
+        starts.fill(block, j0, count, block.height / 8);
+        for (uint32_t g0 = 0; g0 < block.height; g0 += 64) {
+            const uint32_t bytes = std::min(64u, block.height - g0) / 8;
+            __m512i v[8];
+            for (uint32_t m = 0; m < 8; ++m) {
+                v[m] = _mm512_setzero_si512();
+                if (m >= bytes) continue;
+                for (uint32_t k = 0; k < 8; ++k) {
+                    __m512i first, second;
+                    channel_sums(block.row(g0 + 8 * m + k, j0), loads, first, second);
+                    const __mmask64 dark = _cvtu64_mask64(
+                        uint64_t{_mm512_cmplt_epu16_mask(first, threshold)} |
+                        uint64_t{_mm512_cmplt_epu16_mask(second, threshold)} << 32);
+                    v[m] = _mm512_mask_add_epi8(v[m], dark, v[m], _mm512_set1_epi8(static_cast<char>(0x80 >> k)));
+                }
+            }
+            store_column_words(v, count, starts, g0 / 8, bytes);
+        }
+    }
+}
+
+// 4 bits per pixel in whole bytes (block height even): 64 columns by 16
+// rows at a time, rows 2 m and 2 m + 1 making byte m of each column.
+VELATRIX_WIDE_COLUMNS void pack_grey_columns(const Block& block) {
+    // (sum + 25) * 1286 >> 16 equals round(sum / 51) for every sum from 0 to 765.
+    const __m512i bias = _mm512_set1_epi16(25), scale = _mm512_set1_epi16(1286);
+    alignas(64) uint8_t even[64];
+    for (int i = 0; i < 64; ++i) even[i] = static_cast<uint8_t>(2 * i);
+    const __m512i low_bytes = _mm512_load_si512(even);
+    ColumnStarts starts;
+    for (uint32_t j0 = 0; j0 < block.width; j0 += 64) {
+        const uint32_t count = std::min(64u, block.width - j0);
+        const PixelLoads loads(count);
+        starts.fill(block, j0, count, block.height / 2);
+        for (uint32_t g0 = 0; g0 < block.height; g0 += 16) {
+            const uint32_t bytes = std::min(16u, block.height - g0) / 2;
+            __m512i v[8];
+            for (uint32_t m = 0; m < 8; ++m) {
+                v[m] = _mm512_setzero_si512();
+                if (m >= bytes) continue;
+                __m512i first[2], second[2];
+                for (uint32_t k = 0; k < 2; ++k) {
+                    channel_sums(block.row(g0 + 2 * m + k, j0), loads, first[k], second[k]);
+                    first[k] = _mm512_mulhi_epu16(_mm512_add_epi16(first[k], bias), scale);
+                    second[k] = _mm512_mulhi_epu16(_mm512_add_epi16(second[k], bias), scale);
+                }
+                // Levels are below 16: the upper row's moves into the high nibble.
+                const __m512i pairs_first = _mm512_or_si512(first[0], _mm512_slli_epi16(first[1], 4));
+                const __m512i pairs_second = _mm512_or_si512(second[0], _mm512_slli_epi16(second[1], 4));
+                v[m] = _mm512_permutex2var_epi8(pairs_first, low_bytes, pairs_second);
+            }
+            store_column_words(v, count, starts, g0 / 2, bytes);
+        }
+    }
+}
+
+#endif
+
 // 4 bits per pixel, first pixel in the low nibble. Rows 2m and 2m + 1 make
 // the byte of pair m; four pairs of one column are four consecutive bytes
 // when the column starts on a byte, gathered here for eight columns with
@@ -472,6 +641,7 @@ void pack_colour(const Block& block) {
     for (uint32_t j = 0; j < block.width; ++j) columns[j] = block.chunk_of(j) + block.local(j) * column_bytes;
     // Rows [i_from, i_to) of columns [j_from, j_to), in memory order.
     auto copy = [&](uint32_t i_from, uint32_t i_to, uint32_t j_from, uint32_t j_to) {
+        if (j_from >= j_to) return;
         for (uint32_t i = i_from; i < i_to; ++i) {
             const uint8_t* p = block.row(i, j_from);
             const size_t at = size_t{i} * 3;
@@ -515,28 +685,33 @@ void pack_chunk_pixels(const velatrix_bitmap* bitmap, uint32_t x, uint32_t y, ui
                        uint8_t bits_per_pixel, uint32_t chunk_width, uint8_t* const* data, size_t capacity) {
     const Block block{bitmap, x, y, width, height, chunk_width, data, capacity};
     const uint32_t chunks = (width + chunk_width - 1) / chunk_width;
-    switch (bits_per_pixel) {
-        case 1:
-            for (uint32_t k = 0; k < chunks; ++k) std::memset(data[k], 0, capacity);
-#ifdef VELATRIX_HAVE_WIDE_MONO
-            if (velatrix::graphics::cpu_has_byte_permute()) {
-                pack_mono_wide(block);
-                break;
-            }
-#endif
-            pack_mono(block);
-            break;
-        case 4:
-        case 8:
-            // 8 bits per pixel is packed as 4-bit levels although the header
-            // says 8: the pad's firmware expects exactly this.
-            for (uint32_t k = 0; k < chunks; ++k) std::memset(data[k], 0, capacity);
-            pack_grey(block);
-            break;
-        default:
-            pack_colour(block);
-            break;
+    // 8 bits per pixel is packed as 4-bit levels although the header says
+    // 8: the pad's firmware expects exactly this.
+    const bool mono = bits_per_pixel == 1, grey = bits_per_pixel == 4 || bits_per_pixel == 8;
+    if (!mono && !grey) return pack_colour(block);
+#ifdef VELATRIX_HAVE_WIDE_COLUMNS
+    // Columns that start on a byte and all fit: stored whole, and only the
+    // rest of each chunk is zeroed.
+    const uint32_t bits = mono ? 1 : 4;
+    if (velatrix::graphics::cpu_has_byte_permute() && height % (8 / bits) == 0 &&
+        uint64_t{chunk_width} * height * bits <= uint64_t{capacity} * 8) {
+        if (mono) pack_mono_columns(block);
+        else pack_grey_columns(block);
+        for (uint32_t k = 0; k < chunks; ++k) {
+            const size_t used = size_t{std::min(chunk_width, width - k * chunk_width)} * height * bits / 8;
+            std::memset(data[k] + used, 0, capacity - used);
+        }
+        return;
     }
+#endif
+    for (uint32_t k = 0; k < chunks; ++k) std::memset(data[k], 0, capacity);
+    if (mono) {
+#ifdef VELATRIX_HAVE_WIDE_MONO
+        if (velatrix::graphics::cpu_has_byte_permute()) return pack_mono_wide(block);
+#endif
+        return pack_mono(block);
+    }
+    pack_grey(block);
 }
 
 }  // namespace velatrix::display

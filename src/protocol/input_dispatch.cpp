@@ -41,14 +41,11 @@ extern "C" {
 
 void velatrix_get_driver_input_report(velatrix_device* device, const uint8_t* buffer, uint32_t length) {
     VELATRIX_TRACE_FUNCTION();
-    velatrix_input_report* record = velatrix_parse_input_report(device, buffer, length);
-    // Without a callback list (a device that is not open) the record is
-    // deliberately not freed: this service keeps its established behaviour
-    // for drivers outside the library.
-    if (device == nullptr || device->input_callbacks == nullptr) return;
-    if (record == nullptr) return;
-    velatrix::call_input_callbacks(device, *record, buffer, length);
-    velatrix_free_input_report(record);
+    // The read's own path: a driver hands every pen sample through here,
+    // and nothing is allocated for it. A device without a callback list
+    // (one that is not open) still has the report parsed, so its button
+    // state moves on as with a list.
+    velatrix::dispatch_input_report(device, buffer, length);
 }
 
 void velatrix_handle_device_unplug(const char* path) {

@@ -167,6 +167,9 @@ void unpack_fields(std::span<const Field> fields, std::span<const uint8_t> buffe
             case WireKind::kMasked:
                 store(field.slot, record, buffer[wire.offset] & wire.value);
                 break;
+            case WireKind::kWordBE:
+                store(field.slot, record, buffer[wire.offset] << 8 | buffer[wire.offset + 1]);
+                break;
             case WireKind::kBytes:
                 std::memcpy(static_cast<uint8_t*>(record) + field.slot.offset, buffer.data() + wire.offset,
                             wire.width);
@@ -177,7 +180,13 @@ void unpack_fields(std::span<const Field> fields, std::span<const uint8_t> buffe
 
 void pack_report(const ReportLayout& layout, const void* record, std::span<uint8_t> buffer) {
     buffer[0] = layout.id;
-    for (const Field& field : layout.fields) {
+    pack_fields(layout.fields, record, buffer);
+    // The report id row (if any) copied the record's id; the layout's wins.
+    buffer[0] = layout.id;
+}
+
+void pack_fields(std::span<const Field> fields, const void* record, std::span<uint8_t> buffer) {
+    for (const Field& field : fields) {
         const Wire& wire = field.wire;
         switch (wire.kind) {
             case WireKind::kNone:
@@ -210,10 +219,11 @@ void pack_report(const ReportLayout& layout, const void* record, std::span<uint8
             case WireKind::kMasked:
                 buffer[wire.offset] |= static_cast<uint8_t>(load(field.slot, record) & wire.value);
                 break;
+            case WireKind::kWordBE:
+                put_number(wire, buffer.data(), static_cast<uint32_t>(load(field.slot, record)));
+                break;
         }
     }
-    // The report id row (if any) copied the record's id; the layout's wins.
-    buffer[0] = layout.id;
 }
 
 bool read_report(velatrix_device* device, const ReportLayout& layout, void* record, const char* function) {

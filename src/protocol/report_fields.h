@@ -25,6 +25,7 @@ enum class WireKind : uint8_t {
     kBytes,  // `width` raw bytes
     kConst,  // a fixed byte `value` OR-ed in on writes; reads ignore it
     kMasked, // the byte AND `value`, kept in place (not shifted down)
+    kWordBE, // 16 bits big-endian, read unsigned (the display chunk header)
 };
 
 struct Wire {
@@ -47,6 +48,32 @@ constexpr Wire flag(uint16_t offset, uint8_t which) { return {WireKind::kFlag, o
 constexpr Wire raw(uint16_t offset, uint16_t count) { return {WireKind::kBytes, offset, 0, count}; }
 constexpr Wire constant(uint16_t offset, uint8_t value) { return {WireKind::kConst, offset, 0, 1, value}; }
 constexpr Wire masked(uint16_t offset, uint8_t mask) { return {WireKind::kMasked, offset, 0, 1, mask}; }
+constexpr Wire u16be(uint16_t offset) { return {WireKind::kWordBE, offset, 0, 2}; }
+
+// Writes a number where a byte, word or long row puts it (other kinds are
+// left alone). Inline, so that a row known at compile time becomes its
+// plain stores: code that sends a run of reports differing in a few fields
+// packs one report with pack_fields and then patches those fields with this.
+constexpr void put_number(const Wire& wire, uint8_t* buffer, uint32_t value) {
+    switch (wire.kind) {
+        case WireKind::kByte:
+            buffer[wire.offset] = static_cast<uint8_t>(value);
+            break;
+        case WireKind::kWord:
+            buffer[wire.offset] = static_cast<uint8_t>(value);
+            buffer[wire.offset + 1] = static_cast<uint8_t>(value >> 8);
+            break;
+        case WireKind::kWordBE:
+            buffer[wire.offset] = static_cast<uint8_t>(value >> 8);
+            buffer[wire.offset + 1] = static_cast<uint8_t>(value);
+            break;
+        case WireKind::kLong:
+            for (uint16_t i = 0; i < 4; ++i) buffer[wire.offset + i] = static_cast<uint8_t>(value >> (8 * i));
+            break;
+        default:
+            break;
+    }
+}
 
 // Where a field sits in the C record.
 struct Slot {
@@ -116,6 +143,9 @@ int write_report(velatrix_device* device, const ReportLayout& layout, const void
 
 // Packs the record into `buffer` (which must hold layout.length bytes).
 void pack_report(const ReportLayout& layout, const void* record, std::span<uint8_t> buffer);
+// The rows alone, OR-ed into what the buffer holds; byte 0 is whatever a
+// row puts there (pack_report then forces the layout's id).
+void pack_fields(std::span<const Field> fields, const void* record, std::span<uint8_t> buffer);
 void unpack_report(const ReportLayout& layout, std::span<const uint8_t> buffer, void* record);
 // The rows alone, for records that are not feature reports (input reports).
 // The buffer must hold every row's bytes.

@@ -1,10 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
+#include <tuple>
 #include <vector>
 
 #include "display/chunk_layout.h"
 #include "support/fake_driver.h"
+#include "support/log_capture.h"
 #include "velatrix-quillmark.h"
 
 namespace {
@@ -172,6 +175,73 @@ TEST(BitmapTransfer, ANullBitmapIsRefusedWithAnError) {
     EXPECT_EQ(velatrix_transfer_bitmap_to_device(device, nullptr, 0, 0, 1), 0);
     EXPECT_STREQ(velatrix_get_last_error(), "Invalid bitmap.");
     EXPECT_TRUE(fake.sets(103).empty());
+}
+
+// With nobody taking log records the chunks go to the driver without
+// making any; with a log they go the way velatrix_set_display_chunk sends
+// them. The pad must not tell the two apart: same requests, same bytes,
+// same waits, same outcome and error, also when it is busy or fails.
+TEST(BitmapTransfer, ChunksGoTheSameWithAndWithoutALog) {
+    const struct {
+        const char* name;
+        std::function<void(FakeDriver&)> arrange;
+        uint8_t legacy_firmware;
+        int result;
+        const char* error;
+        const char* sequence;
+    } kCases[] = {
+        {"ready pad", [](FakeDriver&) {}, 0, 1, "untouched", "G13 S103 G13 S103"},
+        {"display busy for three polls", [](FakeDriver& fake) { fake.busy_for(3, 16); }, 0, 1, "untouched",
+         "G13 G13 G13 G13 S103 G13 S103"},
+        {"only other flags busy", [](FakeDriver& fake) { fake.busy_for(5, 0x2F); }, 0, 1, "untouched",
+         "G13 S103 G13 S103"},
+        {"display busy beyond the wait", [](FakeDriver& fake) { fake.busy_for(1000, 16); }, 0, 0,
+         "Problem waiting for firmware interlock: device didn't respond in time, sleep: 100, interlock: 16", nullptr},
+        {"status reads fail", [](FakeDriver& fake) { fake.fail_report(13, "status refused"); }, 0, 1,
+         "status refused", "G13 S103 G13 S103"},
+        {"second chunk refused", [](FakeDriver& fake) { fake.fail_transfer(4, "chunk refused"); }, 0, 0,
+         "chunk refused", "G13 S103 G13 S103"},
+        {"legacy firmware", [](FakeDriver&) {}, 1, 1, "untouched", "S103 S103"},
+    };
+    using Traffic = std::vector<std::tuple<int, uint8_t, Bytes, bool>>;
+    struct Outcome {
+        int result;
+        Traffic traffic;
+        std::string error;
+        std::string sequence;
+    };
+    Canvas canvas(40, 30);  // two chunks at 24 bits
+    for (int i = 0; i < 40; ++i) canvas.set(i, i % 30, 0x10203000u | static_cast<uint32_t>(i) << 24 | 0xFF);
+    for (const auto& test : kCases) {
+        SCOPED_TRACE(test.name);
+        auto run = [&] {
+            FakeDriver fake;
+            velatrix_device* device = fake.make_device();
+            test.arrange(fake);
+            velatrix_set_legacy_firmware(device, test.legacy_firmware);
+            velatrix_report_error_internal("%s", "untouched");
+            Outcome outcome{velatrix_transfer_bitmap_to_device(device, &canvas.bitmap, 7, 3, 24), {},
+                            velatrix_get_last_error(), {}};
+            velatrix_set_legacy_firmware(device, 0);
+            outcome.sequence = fake.sequence();
+            for (const auto& t : fake.transfers()) {
+                outcome.traffic.emplace_back(static_cast<int>(t.direction), t.report_id, t.bytes, t.ok);
+            }
+            return outcome;
+        };
+        const Outcome quiet = run();
+        EXPECT_EQ(quiet.result, test.result);
+        EXPECT_EQ(quiet.error, test.error);
+        if (test.sequence != nullptr) {
+            EXPECT_EQ(quiet.sequence, test.sequence);
+        }
+        velatrix::testing::LogCapture log;
+        const Outcome logged = run();
+        EXPECT_EQ(quiet.result, logged.result);
+        EXPECT_EQ(quiet.traffic, logged.traffic);
+        EXPECT_EQ(quiet.error, logged.error);
+        EXPECT_GE(log.count("==> Entering Function"), 1) << "the logged run made its records";
+    }
 }
 
 TEST(DisplayContent, WaitsForTheDisplayInterlockAndSendsTheLowByte) {
