@@ -54,7 +54,7 @@ int velatrix_transfer_bitmap_to_device(velatrix_device* device, const velatrix_b
     const bool side_by_side = shape.height >= height && shape.width <= 0xFFFF && height <= 0xFFFF;
     const uint32_t group = side_by_side ? kChunksPerPass : 1;
     // The reports are packed where they are sent from: no copy per chunk.
-    const std::unique_ptr<uint8_t[]> reports(new uint8_t[size_t{group} * kChunkReportLength]);
+    const auto reports = std::make_unique_for_overwrite<uint8_t[]>(size_t{group} * kChunkReportLength);
     std::array<uint8_t*, kChunksPerPass> data{};
     const velatrix::display::ChunkHeader header(bits_per_pixel);
     velatrix::display::ChunkSender sender(device);

@@ -276,16 +276,20 @@ VELATRIX_WIDE_COLUMNS inline void store_column_words(const __m512i (&v)[8], uint
     _mm512_store_si512(words[5], _mm512_unpackhi_epi32(u2, u6));
     _mm512_store_si512(words[6], _mm512_unpacklo_epi32(u3, u7));
     _mm512_store_si512(words[7], _mm512_unpackhi_epi32(u3, u7));
-    const auto word_of = [&](uint32_t c) { return words[(c % 16) / 2][2 * (c / 16) + c % 2]; };
-    if (bytes == 8) {
-        for (uint32_t c = 0; c < count; ++c) {
-            const uint64_t word = word_of(c);
-            std::memcpy(starts.at[c] + offset, &word, 8);
-        }
-    } else {
-        const auto mask = static_cast<__mmask16>((1u << bytes) - 1);
-        for (uint32_t c = 0; c < count; ++c) {
-            _mm_mask_storeu_epi8(starts.at[c] + offset, mask, _mm_cvtsi64_si128(static_cast<long long>(word_of(c))));
+    // Column c = 16 l + 2 q + e, walked in that order.
+    const auto mask = static_cast<__mmask16>((1u << bytes) - 1);
+    for (uint32_t q = 0; q < 8; ++q) {
+        for (uint32_t l = 0; l < 4; ++l) {
+            for (uint32_t e = 0; e < 2; ++e) {
+                const uint32_t c = 16 * l + 2 * q + e;
+                if (c >= count) continue;
+                const uint64_t word = words[q][2 * l + e];
+                if (bytes == 8) {
+                    std::memcpy(starts.at[c] + offset, &word, 8);
+                } else {
+                    _mm_mask_storeu_epi8(starts.at[c] + offset, mask, _mm_cvtsi64_si128(static_cast<long long>(word)));
+                }
+            }
         }
     }
 }
@@ -349,6 +353,7 @@ VELATRIX_WIDE_COLUMNS void pack_mono_columns(const Block& block) {
         for (uint32_t g0 = 0; g0 < block.height; g0 += 64) {
             const uint32_t bytes = std::min(64u, block.height - g0) / 8;
             __m512i v[8];
+#pragma GCC unroll 8
             for (uint32_t m = 0; m < 8; ++m) {
                 v[m] = _mm512_setzero_si512();
                 if (m >= bytes) continue;
@@ -382,6 +387,7 @@ VELATRIX_WIDE_COLUMNS void pack_grey_columns(const Block& block) {
         for (uint32_t g0 = 0; g0 < block.height; g0 += 16) {
             const uint32_t bytes = std::min(16u, block.height - g0) / 2;
             __m512i v[8];
+#pragma GCC unroll 8
             for (uint32_t m = 0; m < 8; ++m) {
                 v[m] = _mm512_setzero_si512();
                 if (m >= bytes) continue;
@@ -562,62 +568,75 @@ void pack_colour_chunk(const Block& block, uint32_t first, uint32_t width, uint8
 #define VELATRIX_HAVE_WIDE_COLOUR 1
 #define VELATRIX_WIDE_COLOUR __attribute__((target("avx512f,avx512bw,avx512vbmi")))
 
-// Transposes sixteen rows of sixteen 32-bit values: register c then holds
-// column c, row r in its lane r.
-VELATRIX_WIDE_COLOUR inline void transpose16(__m512i (&r)[16]) {
-    __m512i t[16];
-    for (int i = 0; i < 16; i += 2) {
-        t[i] = _mm512_unpacklo_epi32(r[i], r[i + 1]);
-        t[i + 1] = _mm512_unpackhi_epi32(r[i], r[i + 1]);
+// The byte indices of the transpose's first and last steps, which also
+// turn pixels into 32-bit words and back (see pack_colour_tiles).
+struct alignas(64) TileIndices {
+    uint8_t spread[2][64];  // rows i and i + 1 into interleaved words, lower and upper pixel pairs
+    uint8_t gather[2][64];  // the last step's two selections, to 48 bytes of red, green, blue
+};
+constexpr TileIndices kTileIndices = [] {
+    TileIndices t{};
+    for (int half = 0; half < 2; ++half) {
+        for (int word = 0; word < 16; ++word) {
+            // Word s of 128-bit lane l: pixel 4 l + 2 half + s / 2 of row i + s % 2.
+            const int lane = word / 4, slot = word % 4;
+            const int pixel = 4 * lane + 2 * half + slot / 2, source = slot % 2;
+            for (int k = 0; k < 3; ++k) {
+                t.spread[half][4 * word + k] = static_cast<uint8_t>(64 * source + 3 * pixel + 2 - k);
+            }
+            t.spread[half][4 * word + 3] = 0;
+        }
+        // Lanes 0 and 2 (half 0) or 1 and 3 (half 1) of each source.
+        for (int word = 0; word < 16; ++word) {
+            const int source = word / 8, lane = 2 * ((word / 4) % 2) + half;
+            for (int k = 0; k < 3; ++k) {
+                t.gather[half][3 * word + k] = static_cast<uint8_t>(64 * source + 16 * lane + 4 * (word % 4) + k);
+            }
+        }
     }
-    for (int i = 0; i < 16; i += 4) {
-        r[i] = _mm512_unpacklo_epi64(t[i], t[i + 2]);
-        r[i + 1] = _mm512_unpackhi_epi64(t[i], t[i + 2]);
-        r[i + 2] = _mm512_unpacklo_epi64(t[i + 1], t[i + 3]);
-        r[i + 3] = _mm512_unpackhi_epi64(t[i + 1], t[i + 3]);
-    }
-    for (int i = 0; i < 4; ++i) {
-        t[i] = _mm512_shuffle_i32x4(r[i], r[i + 4], 0x88);
-        t[i + 4] = _mm512_shuffle_i32x4(r[i], r[i + 4], 0xdd);
-        t[i + 8] = _mm512_shuffle_i32x4(r[i + 8], r[i + 12], 0x88);
-        t[i + 12] = _mm512_shuffle_i32x4(r[i + 8], r[i + 12], 0xdd);
-    }
-    for (int i = 0; i < 8; ++i) {
-        r[i] = _mm512_shuffle_i32x4(t[i], t[i + 8], 0x88);
-        r[i + 8] = _mm512_shuffle_i32x4(t[i], t[i + 8], 0xdd);
-    }
-}
+    return t;
+}();
 
 // Rows [0, rows) of columns [0, columns), both multiples of 16, in tiles
-// of 16 x 16 pixels: each row's 48 bytes become sixteen red, green, blue,
-// zero words, the tile is transposed, and each column's sixteen words go
-// back to 48 bytes of red, green, blue, stored where the column's pixels
-// run in its chunk.
+// of 16 x 16 pixels transposed as 32-bit words of red, green, blue and
+// zero. The first step of the transpose makes those words straight from
+// the rows' bytes (two rows per byte permute) and the last leaves each
+// column's 48 bytes of red, green, blue, stored where its pixels run in
+// its chunk.
 VELATRIX_WIDE_COLOUR void pack_colour_tiles(const Block& block, uint32_t rows, uint32_t columns,
                                             uint8_t* const* column_starts) {
-    alignas(64) uint8_t spread[64], gather[64];
-    for (int c = 0; c < 16; ++c) {
-        for (int k = 0; k < 3; ++k) {
-            spread[4 * c + k] = static_cast<uint8_t>(3 * c + 2 - k);  // red, green, blue from blue, green, red
-            gather[3 * c + k] = static_cast<uint8_t>(4 * c + k);
-        }
-        spread[4 * c + 3] = 0;
-    }
-    for (int i = 48; i < 64; ++i) gather[i] = 0;
-    const __m512i to_words = _mm512_load_si512(spread), to_bytes = _mm512_load_si512(gather);
+    const __m512i spread_low = _mm512_load_si512(kTileIndices.spread[0]);
+    const __m512i spread_high = _mm512_load_si512(kTileIndices.spread[1]);
+    const __m512i gather_even = _mm512_load_si512(kTileIndices.gather[0]);
+    const __m512i gather_odd = _mm512_load_si512(kTileIndices.gather[1]);
     constexpr __mmask64 kPixelBytes = (__mmask64{1} << 48) - 1;
     constexpr __mmask64 kColourBytes = 0x7777777777777777ull;
     for (uint32_t i0 = 0; i0 < rows; i0 += 16) {
         for (uint32_t j0 = 0; j0 < columns; j0 += 16) {
-            __m512i tile[16];
-            for (uint32_t r = 0; r < 16; ++r) {
-                const __m512i raw = _mm512_maskz_loadu_epi8(kPixelBytes, block.row(i0 + r, j0));
-                tile[r] = _mm512_maskz_permutexvar_epi8(kColourBytes, to_words, raw);
+            __m512i t[16], r[16];
+            for (uint32_t i = 0; i < 16; i += 2) {
+                const __m512i upper = _mm512_maskz_loadu_epi8(kPixelBytes, block.row(i0 + i, j0));
+                const __m512i lower = _mm512_maskz_loadu_epi8(kPixelBytes, block.row(i0 + i + 1, j0));
+                t[i] = _mm512_maskz_permutex2var_epi8(kColourBytes, upper, spread_low, lower);
+                t[i + 1] = _mm512_maskz_permutex2var_epi8(kColourBytes, upper, spread_high, lower);
             }
-            transpose16(tile);
-            for (uint32_t c = 0; c < 16; ++c) {
-                _mm512_mask_storeu_epi8(column_starts[j0 + c] + size_t{i0} * 3, kPixelBytes,
-                                        _mm512_permutexvar_epi8(to_bytes, tile[c]));
+            for (int i = 0; i < 16; i += 4) {
+                r[i] = _mm512_unpacklo_epi64(t[i], t[i + 2]);
+                r[i + 1] = _mm512_unpackhi_epi64(t[i], t[i + 2]);
+                r[i + 2] = _mm512_unpacklo_epi64(t[i + 1], t[i + 3]);
+                r[i + 3] = _mm512_unpackhi_epi64(t[i + 1], t[i + 3]);
+            }
+            for (int i = 0; i < 4; ++i) {
+                t[i] = _mm512_shuffle_i32x4(r[i], r[i + 4], 0x88);
+                t[i + 4] = _mm512_shuffle_i32x4(r[i], r[i + 4], 0xdd);
+                t[i + 8] = _mm512_shuffle_i32x4(r[i + 8], r[i + 12], 0x88);
+                t[i + 12] = _mm512_shuffle_i32x4(r[i + 8], r[i + 12], 0xdd);
+            }
+            for (uint32_t i = 0; i < 8; ++i) {
+                _mm512_mask_storeu_epi8(column_starts[j0 + i] + size_t{i0} * 3, kPixelBytes,
+                                        _mm512_permutex2var_epi8(t[i], gather_even, t[i + 8]));
+                _mm512_mask_storeu_epi8(column_starts[j0 + i + 8] + size_t{i0} * 3, kPixelBytes,
+                                        _mm512_permutex2var_epi8(t[i], gather_odd, t[i + 8]));
             }
         }
     }
@@ -636,9 +655,16 @@ void pack_colour(const Block& block) {
     const bool last_column = block.x + block.width == static_cast<uint32_t>(block.bitmap->width);
     const uint32_t fast_columns = last_column ? block.width - 1 : block.width;
     const size_t column_bytes = size_t{block.height} * 3;
-    // Where each column's packed pixels start.
-    std::vector<uint8_t*> columns(block.width);
-    for (uint32_t j = 0; j < block.width; ++j) columns[j] = block.chunk_of(j) + block.local(j) * column_bytes;
+    // Where each column's packed pixels start; a transfer's passes fit the
+    // array on the stack.
+    uint8_t* on_stack[256];
+    std::vector<uint8_t*> on_heap(block.width > std::size(on_stack) ? block.width : 0);
+    uint8_t** columns = on_heap.empty() ? on_stack : on_heap.data();
+    for (uint32_t k = 0, j = 0; k < chunks; ++k) {
+        for (uint32_t local = 0; local < block.chunk_width && j < block.width; ++local, ++j) {
+            columns[j] = block.data[k] + local * column_bytes;
+        }
+    }
     // Rows [i_from, i_to) of columns [j_from, j_to), in memory order.
     auto copy = [&](uint32_t i_from, uint32_t i_to, uint32_t j_from, uint32_t j_to) {
         if (j_from >= j_to) return;
@@ -667,7 +693,7 @@ void pack_colour(const Block& block) {
     if (velatrix::graphics::cpu_has_byte_permute()) {
         tiled_rows = block.height / 16 * 16;
         tiled_columns = block.width / 16 * 16;
-        pack_colour_tiles(block, tiled_rows, tiled_columns, columns.data());
+        pack_colour_tiles(block, tiled_rows, tiled_columns, columns);
     }
 #endif
     copy(0, tiled_rows, tiled_columns, block.width);

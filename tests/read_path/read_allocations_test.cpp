@@ -95,8 +95,16 @@ TEST_F(ReadAllocations, NonePerReportFromTheAccessLayerToTheCallbacks) {
         EXPECT_EQ(delivered.load(), burst);
         EXPECT_EQ(allocations, 0);
     }
-    // The public parser still hands its caller a record of its own.
+    // The service drivers call for each report takes the same path.
     const uint8_t report[] = {1, 0x11, 0x01, 0x02, 0x78, 0x56};
+    delivered = 0;
+    counting = true;
+    allocations = 0;
+    velatrix_get_driver_input_report(device, report, sizeof report);
+    counting = false;
+    EXPECT_EQ(delivered.load(), 1);
+    EXPECT_EQ(allocations, 0);
+    // The public parser still hands its caller a record of its own.
     counting = true;
     allocations = 0;
     velatrix_input_report* record = velatrix_parse_input_report(device, report, sizeof report);
