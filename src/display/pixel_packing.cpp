@@ -632,11 +632,22 @@ VELATRIX_WIDE_COLOUR void pack_colour_tiles(const Block& block, uint32_t rows, u
                 t[i + 8] = _mm512_shuffle_i32x4(r[i + 8], r[i + 12], 0x88);
                 t[i + 12] = _mm512_shuffle_i32x4(r[i + 8], r[i + 12], 0xdd);
             }
+            // A whole 64-byte store where its last 16 bytes land on rows of
+            // the same column that a later tile or the row copy rewrites:
+            // cheaper than the masked store of 48.
+            const bool spill = i0 + 22 <= block.height;
             for (uint32_t i = 0; i < 8; ++i) {
-                _mm512_mask_storeu_epi8(column_starts[j0 + i] + size_t{i0} * 3, kPixelBytes,
-                                        _mm512_permutex2var_epi8(t[i], gather_even, t[i + 8]));
-                _mm512_mask_storeu_epi8(column_starts[j0 + i + 8] + size_t{i0} * 3, kPixelBytes,
-                                        _mm512_permutex2var_epi8(t[i], gather_odd, t[i + 8]));
+                uint8_t* even = column_starts[j0 + i] + size_t{i0} * 3;
+                uint8_t* odd = column_starts[j0 + i + 8] + size_t{i0} * 3;
+                const __m512i even_bytes = _mm512_permutex2var_epi8(t[i], gather_even, t[i + 8]);
+                const __m512i odd_bytes = _mm512_permutex2var_epi8(t[i], gather_odd, t[i + 8]);
+                if (spill) {
+                    _mm512_storeu_si512(even, even_bytes);
+                    _mm512_storeu_si512(odd, odd_bytes);
+                } else {
+                    _mm512_mask_storeu_epi8(even, kPixelBytes, even_bytes);
+                    _mm512_mask_storeu_epi8(odd, kPixelBytes, odd_bytes);
+                }
             }
         }
     }
