@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "display/chunk_layout.h"
+#include "display/chunk_send.h"
 #include "support/fake_driver.h"
 #include "support/log_capture.h"
 #include "velatrix-quillmark.h"
@@ -86,6 +87,11 @@ TEST(BitmapTransfer, HeaderIsBigEndian) {
     ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &canvas.bitmap, 0x0102, 0x0304, 24), 1);
     const Bytes report = fake.sets(103).at(0);
     EXPECT_EQ(Bytes(report.begin(), report.begin() + 10), (Bytes{103, 0x01, 0x02, 0x03, 0x04, 0x00, 0x02, 0x00, 0x01, 24}));
+    // The same rows read it back.
+    velatrix_display_chunk chunk{};
+    velatrix::protocol::unpack_report(velatrix::display::kChunkLayout, report, &chunk);
+    EXPECT_EQ(std::vector<int>({chunk.report_id, chunk.x, chunk.y, chunk.width, chunk.height, chunk.bits_per_pixel}),
+              std::vector<int>({103, 0x0102, 0x0304, 2, 1, 24}));
 }
 
 TEST(BitmapTransfer, FourAndEightBitsPackGreyLevelsLowNibbleFirst) {
