@@ -1,16 +1,16 @@
 #!/usr/bin/env bash
 # Counts non-blank lines of source-like files, code against tests, per folder
-# and as ratios: the C side (src, tools, include, jni against tests and fuzz),
-# the Java side (java/src/main against java/src/test) and both together.
+# and as ratios: the C side (src, tools, include against tests and fuzz),
+# the Java side (jni and java/src/main against java/src/test) and both together.
 # Source-like: .c .cpp .h .java .sh .py .lua .cmake .def .in .map and
 # CMakeLists.txt. Not counted: documentation, the fuzz corpus and
 # descriptors (data), and the generated font data tools/fontgen/velatrix_default.txt.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-code_c=(src tools include jni)
+code_c=(src tools include)
 tests_c=(tests fuzz)
-code_java=(java/src/main)
+code_java=(jni java/src/main)
 tests_java=(java/src/test)
 
 # Non-blank lines of the source-like files under one folder.
