@@ -63,12 +63,4 @@ TEST(PixelReadback, FailuresLogAndReturnZero) {
     EXPECT_EQ(fake.gets_of(105), 0);
 }
 
-TEST(PixelReadback, ANullRecordIsRefusedBeforeAnyTraffic) {
-    FakeDriver fake;
-    velatrix_device* device = fake.make_device();
-    EXPECT_EQ(velatrix_get_pixels(device, nullptr), 0);
-    EXPECT_STREQ(velatrix_get_last_error(), "Pixel record was null, unable to read pixels.");
-    EXPECT_EQ(fake.sequence(), "");
-}
-
 }  // namespace

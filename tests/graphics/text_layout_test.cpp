@@ -6,7 +6,6 @@
 
 #include "draw_canvas.h"
 #include "font_test_support.h"
-#include "support/log_capture.h"
 #include "velatrix/bitmap.h"
 #include "velatrix/fonts.h"
 
@@ -187,31 +186,6 @@ TEST(TextLayout, StringLengthCountsUpToTheTerminator) {
     EXPECT_EQ(u_strlen32(three.data()), 3);
     EXPECT_EQ(u_strlen32(none.data()), 0);
     EXPECT_EQ(u_strlen32(nullptr), 0);
-}
-
-TEST(TextLayout, GlyphLevelEntryPointsTraceEntryAndExit) {
-    LogCapture log;
-    Canvas canvas(10, 10);
-    const auto text = code_points(U"A");
-    const uint8_t characters[] = {'a'};
-    const uint8_t data[] = {0xFF};
-    const velatrix_byte_font byte_font{2, 2, 1, 1, 1, characters, data};
-    enhanced_get_font_character(&velatrix_default, 'A');
-    enhanced_draw_char(canvas.get(), &velatrix_default, 'A', 0, 0, kBlack);
-    u_strlen32(text.data());
-    velatrix_font_char_lookup(&byte_font, 'a');
-    velatrix_draw_char(canvas.get(), &byte_font, 'a', 0, 0, kBlack);
-    for (const char* function : {"enhanced_get_font_character", "enhanced_draw_char", "u_strlen32",
-                                 "velatrix_font_char_lookup", "velatrix_draw_char"}) {
-        int entered = 0, left = 0;
-        for (const LoggedRecord& record : log.records()) {
-            if (record.function != function || record.level != VELATRIX_LEVEL_FINEST) continue;
-            entered += record.text == "==> Entering Function";
-            left += record.text == "<== Leaving Function";
-        }
-        EXPECT_GE(entered, 1) << function;
-        EXPECT_EQ(entered, left) << function;
-    }
 }
 
 }  // namespace

@@ -1,11 +1,11 @@
 // The hot-plug thread: start and stop, the settle-then-list dispatch, and
 // the order of added and removed callbacks.
 #include <chrono>
-#include <mutex>
 #include <thread>
 
 #include "driver_fixture.h"
 #include "support/log_capture.h"
+#include "support/recorder.h"
 #include "velatrix/input.h"
 
 namespace velatrix::testing {
@@ -19,28 +19,15 @@ struct Event {
     bool operator==(const Event&) const = default;
 };
 
-std::mutex events_mutex;
-std::vector<Event> events;
+Recorder<Event> events;
 
 int record_hotplug(uint32_t event, const char* path) {
-    std::lock_guard lock(events_mutex);
-    events.push_back(Event{event, path});
+    events.add(Event{event, path});
     return 0;
 }
 
 std::vector<Event> wait_for_events(std::size_t count, std::chrono::milliseconds timeout) {
-    auto deadline = std::chrono::steady_clock::now() + timeout;
-    for (;;) {
-        {
-            std::lock_guard lock(events_mutex);
-            if (events.size() >= count || std::chrono::steady_clock::now() >= deadline) {
-                std::vector<Event> result;
-                result.swap(events);
-                return result;
-            }
-        }
-        std::this_thread::sleep_for(10ms);
-    }
+    return events.take(count, timeout);
 }
 
 class HotplugTest : public ::testing::Test {

@@ -33,27 +33,6 @@ protected:
 
 INSTANTIATE_TEST_SUITE_P(Models, VirtualScreens, ::testing::ValuesIn(models_where(has_screens)), model_name);
 
-TEST_P(VirtualScreens, ScreensReadBackAsWrittenWithThirtyEntriesOnTheWire) {
-    Bytes first = screen(1);
-    EXPECT_EQ(first[1], 1);
-    EXPECT_EQ(first[19], 4);
-    EXPECT_EQ(Bytes(first.begin() + 20, first.begin() + 24), (Bytes{1, 2, 3, 4}));
-    EXPECT_EQ(Bytes(first.begin() + 50, first.begin() + 54), (Bytes{0, 0, 2, 1}));
-
-    Bytes written = report(162, 80, {5, 0x10});
-    for (uint8_t i = 0; i < 14; ++i) written[3 + i] = static_cast<uint8_t>(0xA0 + i);
-    written[17] = 30;
-    written[18] = 2;
-    written[19] = 35;  // more than the thirty entries that travel
-    for (uint8_t i = 0; i < 30; ++i) {
-        written[20 + i] = static_cast<uint8_t>(i + 1);
-        written[50 + i] = static_cast<uint8_t>(100 + i);
-    }
-    ASSERT_TRUE(pad.set_feature(written));
-    EXPECT_EQ(screen(5), written);
-    EXPECT_EQ(screen(6), report(162, 80, {6})) << "an absent screen reads empty";
-}
-
 TEST_P(VirtualScreens, EditScreenAddsRemovesAndSetsTheTimeout) {
     ASSERT_TRUE(edit(0x01, 2, 7, 3));
     ASSERT_TRUE(edit(0x01, 1, 3, 9)) << "existing region: only its next screen changes";
