@@ -2,8 +2,9 @@
 # Counts non-blank lines of source-like files, code against tests, per folder
 # and as ratios: the C side (src, tools, include against tests and fuzz),
 # the Java side (jni and java/src/main against java/src/test) and both together.
-# Source-like: .c .cpp .h .java .sh .py .lua .cmake .def .in .map and
-# CMakeLists.txt. Not counted: documentation, the fuzz corpus and
+# Source-like, the same on both sides: .c .cpp .h .java .sh .lua .def and
+# CMakeLists.txt. Not counted: documentation, scripts in other languages
+# (.py, .cmake), configured templates (.in, .map), the fuzz corpus and
 # descriptors (data), and the generated font data tools/fontgen/velatrix_default.txt.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -16,8 +17,7 @@ tests_java=(java/src/test)
 # Non-blank lines of the source-like files under one folder.
 count() {
   find "$1" -type f \( -name '*.c' -o -name '*.cpp' -o -name '*.h' -o -name '*.java' \
-      -o -name '*.sh' -o -name '*.py' -o -name '*.lua' -o -name '*.cmake' -o -name '*.def' \
-      -o -name '*.in' -o -name '*.map' -o -name CMakeLists.txt \) \
+      -o -name '*.sh' -o -name '*.lua' -o -name '*.def' -o -name CMakeLists.txt \) \
       -not -path 'fuzz/corpus/*' -not -path 'fuzz/descriptors/*' \
       -not -path 'tools/fontgen/velatrix_default.txt' -print0 |
     xargs -0 -r cat | grep -c -v '^[[:space:]]*$' || true
