@@ -1,6 +1,6 @@
-// What the open caches, on every model, and the simulation variable,
-// through the public API over the virtual bus. Listing, the report map and
-// the open's waits and failures are the host and protocol tests'.
+// What the open caches, on every model, through the public API over the
+// virtual bus. Listing, the report map and the open's waits and failures
+// are the host and protocol tests'.
 #include <tuple>
 
 #include "e2e_fixture.h"
@@ -51,27 +51,6 @@ TEST_P(E2eEveryModel, OpenCachesDisplayVersionRegionsIdentifierAndFont) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Models, E2eEveryModel, ::testing::ValuesIn(model_names()), param_name);
-
-// VELATRIX_SIMULATE is read when the driver starts and plugs its pads only
-// the first time the virtual bus is chosen in a process, so this runs in a
-// fresh process of its own.
-TEST(E2eEnvironment, SimulateVariablePlugsOnePadPerModelInTurn) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(
-        {
-            setenv("VELATRIX_SIMULATE", "3", 1);
-            velatrix_init();
-            velatrix_device* head = nullptr;
-            int ok = velatrix_list_devices(&head) == 1 && velatrix_count_device_list(head) == 3 &&
-                     velatrix_virtual_pad_count() == 3 && std::strcmp(head->model, "Quillmark M320") == 0 &&
-                     std::strcmp(head->next->model, "Quillmark C800") == 0 &&
-                     std::strcmp(head->next->next->model, "Quillmark M320") == 0;
-            ok = ok && velatrix_open_device(head->next) == 1 && head->next->display_info.width == 800;
-            std::fprintf(stderr, ok ? "simulated pads as expected\n" : "unexpected pads\n");
-            std::_Exit(ok ? 0 : 1);
-        },
-        ::testing::ExitedWithCode(0), "simulated pads as expected");
-}
 
 }  // namespace
 }  // namespace velatrix::e2e

@@ -337,8 +337,8 @@ void resources(Device device, velatrix_virtual_pad pad) {
 
     ASSERT_EQ(velatrix_set_resource_idx(device, 8), 1) << last_error();
     velatrix_get_resource_ref(device, chunk.get());
-    EXPECT_EQ(std::tuple(chunk->resource_type, std::string(reinterpret_cast<const char*>(chunk->data), chunk->chunk_length)),
-              std::tuple(VELATRIX_RESOURCE_TEXT, std::string("Hello pad", 10)))
+    const std::string text(reinterpret_cast<const char*>(chunk->data), chunk->chunk_length);
+    EXPECT_EQ(std::tuple(chunk->resource_type, text), std::tuple(VELATRIX_RESOURCE_TEXT, std::string("Hello pad", 10)))
         << "with its terminator";
 
     velatrix_hid_feature_resource_availability availability;

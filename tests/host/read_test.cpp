@@ -2,6 +2,7 @@
 // oversized reports and the "not open" errors. The read thread is
 // e2e_input_test's, removal during a read the threaded suite's.
 #include <chrono>
+#include <tuple>
 
 #include "driver_fixture.h"
 #include "support/recorder.h"
@@ -51,11 +52,8 @@ TEST_F(ReadTest, QueuedReportsReachEveryCallbackInOrderAndBadOnesNone) {
     EXPECT_EQ(real(device)->scheduled, 1);
     std::vector<Seen> got = seen.take();
     ASSERT_EQ(got.size(), 2u);
-    EXPECT_EQ(got[0].type, 1);
-    EXPECT_EQ(got[0].x, 0x1234);
-    EXPECT_EQ(got[0].y, 0x5678);
-    EXPECT_EQ(got[0].raw, (Bytes{1, 0x11, 0x34, 0x12, 0x78, 0x56}));
-    EXPECT_EQ(got[1].x, 2);
+    EXPECT_EQ(std::tuple(got[0].type, got[0].x, got[0].y, got[0].raw, got[1].x),
+              std::tuple(1, 0x1234, 0x5678, (Bytes{1, 0x11, 0x34, 0x12, 0x78, 0x56}), 2));
     EXPECT_EQ(got[1].raw.size(), 7u);
     EXPECT_EQ(real(device)->pending_reports.size(), 0u);
 

@@ -21,10 +21,14 @@ TEST(SimulateSelection, CallWinsOverEnvironmentUntilNegative) {
         const char* expected;
     };
     const Case cases[] = {
-        {"environment alone", "2", {}, "listed=2 virtual=1 log=\"Simulating 2 virtual pads\""},
+        {"environment alone", "2", {},
+         "listed=2 virtual=1 log=\"Simulating 2 virtual pads\" models=Quillmark M320;Quillmark C800;\n"},
         {"call alone", nullptr, {2}, "listed=2 virtual=1 log=\"Simulating 2 virtual pads\""},
         {"call over environment", "1", {0}, "listed=0 virtual=1 log=\"Simulating 0 virtual pads\""},
-        {"negative back to environment", "3", {2, -1}, "listed=3 virtual=1 log=\"Simulating 3 virtual pads\""},
+        // One pad per model in turn.
+        {"negative back to environment", "3", {2, -1},
+         "listed=3 virtual=1 log=\"Simulating 3 virtual pads\" "
+         "models=Quillmark M320;Quillmark C800;Quillmark M320;\n"},
         {"negative back to real pads", nullptr, {2, -1}, "virtual=0 log=\"\""},
     };
     GTEST_FLAG_SET(death_test_style, "threadsafe");
@@ -46,8 +50,12 @@ TEST(SimulateSelection, CallWinsOverEnvironmentUntilNegative) {
                 for (const std::string& text : log.texts(VELATRIX_LEVEL_INFO)) {
                     if (text.starts_with("Simulating")) logged = text;
                 }
-                std::fprintf(stderr, "listed=%u virtual=%d log=\"%s\"\n", velatrix_count_device_list(head),
-                             &host::access_layer() == &virtual_pad::bus_hid_layer(), logged.c_str());
+                std::string models;
+                for (velatrix_device* d = head; d != nullptr; d = d->next) {
+                    models += std::string(d->model != nullptr ? d->model : "?") + ";";
+                }
+                std::fprintf(stderr, "listed=%u virtual=%d log=\"%s\" models=%s\n", velatrix_count_device_list(head),
+                             &host::access_layer() == &virtual_pad::bus_hid_layer(), logged.c_str(), models.c_str());
                 std::_Exit(0);
             },
             ::testing::ExitedWithCode(0), c.expected);

@@ -11,6 +11,7 @@
 
 #if defined(__SANITIZE_ADDRESS__)
 #include <sanitizer/lsan_interface.h>
+#include <tuple>
 #define VELATRIX_LEAK_CHECK_OFF() __lsan_disable()
 #define VELATRIX_LEAK_CHECK_ON() __lsan_enable()
 #else
@@ -77,10 +78,8 @@ TEST_F(InputCallbacks, CalledInRegistrationOrderTwiceWhenRegisteredTwice) {
     dispatch_input_report(device, kCoordinate.data(), static_cast<uint32_t>(kCoordinate.size()));
     ASSERT_EQ(callback_order(), (std::vector<int>{1, 2, 1}));
     for (const Call& call : calls) {
-        EXPECT_EQ(call.device, device);
-        EXPECT_EQ(call.type, VELATRIX_INPUT_COORDINATE);
-        EXPECT_EQ(call.record_type, VELATRIX_INPUT_COORDINATE);
-        EXPECT_EQ(call.x, 0x0539);
+        EXPECT_EQ(std::tuple(call.device, call.type, call.record_type, call.x),
+                  std::tuple(device, VELATRIX_INPUT_COORDINATE, VELATRIX_INPUT_COORDINATE, 0x0539));
         EXPECT_EQ(call.raw,
                   kCoordinate);  // the raw report as it came, longer than its minimum
     }

@@ -1,3 +1,5 @@
+#include <tuple>
+
 #include "info_report_test_support.h"
 
 namespace velatrix::testing {
@@ -196,9 +198,8 @@ TEST_F(InfoReports, FailedReadsLeaveZeroedRecordsAndLogTheError) {
     velatrix_hid_feature_display_info info;
     std::memset(&info, 0xAA, sizeof info);
     velatrix_get_display_info_ref(device, &info);
-    EXPECT_EQ(info.report_id, 0);
-    EXPECT_EQ(info.width, 0);
-    EXPECT_EQ(info.max_caption_length, 0);
+    EXPECT_EQ(std::tuple(info.report_id, info.width, info.max_caption_length),
+              std::tuple(0, 0, 0));
 }
 
 }  // namespace

@@ -1,3 +1,5 @@
+#include <tuple>
+
 #include "info_report_test_support.h"
 
 namespace velatrix::testing {
@@ -75,9 +77,8 @@ TEST_F(SerialNumber, ReadCleansErasedFlashAndTerminates) {
     answer[10] = 'Z';  // text after erased bytes stays but is cut off by the first NUL
     fake.answer(27, answer);
     const velatrix_hid_feature_serial_number serial = velatrix_get_serial_number(device);
-    EXPECT_EQ(serial.report_id, 27);
-    EXPECT_EQ(serial.serial_number[9], 'Z');
-    EXPECT_EQ(serial.serial_number[8], 0);
+    EXPECT_EQ(std::tuple(serial.report_id, serial.serial_number[9], serial.serial_number[8]),
+              std::tuple(27, 'Z', 0));
 
     fake.answer(27, wire(27, 35, {{1, Bytes(32, 'Q')}}));
     velatrix_hid_feature_serial_number full;

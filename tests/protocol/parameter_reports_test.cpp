@@ -1,3 +1,5 @@
+#include <tuple>
+
 #include "info_report_test_support.h"
 
 namespace velatrix::testing {
@@ -161,13 +163,11 @@ TEST_F(ParameterReports, OutputConfiguration) {
     fake.answer(91, {91, 0x78, 0x56, 0x34, 0x12, 1, 0xFE, 0x64, 0x00, 0x81});
     velatrix_hid_feature_output_parameters output;
     velatrix_get_output_configuration_ref(device, &output);
-    EXPECT_EQ(output.report_id, 91);
-    EXPECT_EQ(output.output_report, 0x12345678);
-    EXPECT_EQ(output.real_time, VELATRIX_TRANSMIT_ON_CONFIRM);
+    EXPECT_EQ(std::tuple(output.report_id, output.output_report, output.real_time),
+              std::tuple(91, 0x12345678, VELATRIX_TRANSMIT_ON_CONFIRM));
     EXPECT_EQ(output.compression, VELATRIX_OUTPUT_UNCOMPRESSED_HIRES);  // bits 0 and 1 only
-    EXPECT_EQ(output.packets_per_second, 100);
-    EXPECT_EQ(output.save_as_default, 1);
-    EXPECT_EQ(output.load_factory_settings, 1);
+    EXPECT_EQ(std::tuple(output.packets_per_second, output.save_as_default, output.load_factory_settings),
+              std::tuple(100, 1, 1));
 
     // The 32-bit value is read sign-extended into the 64-bit field.
     fake.answer(91, {91, 0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0, 0});

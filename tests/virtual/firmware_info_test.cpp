@@ -2,6 +2,7 @@
 // what the host writes. What it stores and answers back is the end-to-end
 // round trip's (tests/host).
 #include <gtest/gtest.h>
+#include <tuple>
 
 #include "virtual_wire.h"
 
@@ -159,9 +160,8 @@ TEST_P(VirtualFirmwareEveryModel, FirmwarePagesAndDownloadStatusAreKept) {
     const FirmwareState& state = pad.state();
     ASSERT_EQ(state.firmware_pages.size(), 1u);
     const FirmwarePage& kept = state.firmware_pages.at(0x00021000);
-    EXPECT_EQ(kept.data[0], 255);
-    EXPECT_EQ(kept.data[127], 128);
-    EXPECT_EQ(kept.checksum, 0x5C);
+    EXPECT_EQ(std::tuple(kept.data[0], kept.data[127], kept.checksum),
+              std::tuple(255, 128, 0x5C));
     EXPECT_EQ(state.download_status, 0x1234);
 }
 

@@ -3,6 +3,7 @@
 // walk and the two views of one slot. What it stores and reads back is the
 // end-to-end round trip's (tests/host).
 #include <gtest/gtest.h>
+#include <tuple>
 
 #include "virtual_wire.h"
 
@@ -127,11 +128,9 @@ TEST_F(VirtualDeviceRegions, DeletingADeviceRegionTakesItOffEveryScreen) {
     EXPECT_FALSE(pad.regions().find(3)->in_use);
     const Screen* first = pad.screens().find(1);
     ASSERT_EQ(first->region_count, 3);
-    EXPECT_EQ(first->regions[0], 1);
-    EXPECT_EQ(first->regions[1], 2);
-    EXPECT_EQ(first->regions[2], 4);
-    EXPECT_EQ(first->next_screens[2], 1);
-    EXPECT_EQ(first->regions[3], 0);
+    EXPECT_EQ(std::tuple(first->regions[0], first->regions[1], first->regions[2], first->next_screens[2],
+                         first->regions[3]),
+              std::tuple(1, 2, 4, 1, 0));
     EXPECT_FALSE(pad.set_feature(report(153, 2, {17})));
 }
 

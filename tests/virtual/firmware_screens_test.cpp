@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <numeric>
+#include <tuple>
 
 #include "virtual_wire.h"
 
@@ -41,13 +42,11 @@ TEST_P(VirtualScreens, EditScreenAddsRemovesAndSetsTheTimeout) {
     const Screen* first = pad.screens().find(1);
     ASSERT_EQ(first->region_count, 3);
     EXPECT_EQ((std::array{first->regions[0], first->regions[1], first->regions[2]}), (std::array<uint8_t, 3>{1, 3, 4}));
-    EXPECT_EQ(first->next_screens[1], 9);
-    EXPECT_EQ(first->timeout, 20);
-    EXPECT_EQ(first->timeout_next_screen, 3);
+    EXPECT_EQ(std::tuple(first->next_screens[1], first->timeout, first->timeout_next_screen),
+              std::tuple(9, 20, 3));
     const Screen* second = pad.screens().find(2);
-    EXPECT_EQ(second->region_count, 1);
-    EXPECT_EQ(second->regions[0], 7);
-    EXPECT_EQ(second->next_screens[0], 3);
+    EXPECT_EQ(std::tuple(second->region_count, second->regions[0], second->next_screens[0]),
+              std::tuple(1, 7, 3));
 
     EXPECT_FALSE(edit(0x01, 9, 1, 1));
     EXPECT_EQ(pad.state().error_text, "Screen 9 does not exist");

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <vector>
+#include <tuple>
 
 #include "velatrix-virtual.h"
 #include "velatrix/error.h"
@@ -180,14 +181,10 @@ TEST_F(VirtualApi, FaultsThroughTheApi) {
     EXPECT_STREQ(velatrix_get_last_error(), "Virtual get of report 13: failed");
     EXPECT_EQ(velatrix_virtual_transfer_count(pad), before + 1);
 
+    // What short and malformed answers look like is virtual_bus_test's.
     ASSERT_EQ(velatrix_virtual_short_answer(pad, 13, 4), 1);
     status[0] = 13;
     EXPECT_EQ(velatrix_virtual_get_feature(pad, status, sizeof status), 4);
-    ASSERT_EQ(velatrix_virtual_malformed_answer(pad, 16), 1);
-    uint8_t contacts[2] = {16};
-    EXPECT_EQ(velatrix_virtual_get_feature(pad, contacts, 2), 2);
-    EXPECT_EQ(contacts[0], 17);
-    EXPECT_EQ(contacts[1], static_cast<uint8_t>(~2));
 
     ASSERT_EQ(velatrix_virtual_unplug_at_transfer(pad, 1), 1);
     EXPECT_EQ(velatrix_virtual_set_feature(pad, active, 2), 0);
@@ -223,11 +220,8 @@ TEST_F(VirtualApi, StateInspection) {
 
     velatrix_virtual_region region;
     ASSERT_EQ(velatrix_virtual_get_region(pad, 3, &region), 1);
-    EXPECT_EQ(region.type, 1);
-    EXPECT_EQ(region.in_use, 1);
-    EXPECT_EQ(region.x1, 600);
-    EXPECT_EQ(region.foreground, 0x000000FFu);
-    EXPECT_EQ(region.background, 0xFFFFFFFFu);
+    EXPECT_EQ(std::tuple(region.type, region.in_use, region.x1, region.foreground, region.background),
+              std::tuple(1, 1, 600, 0x000000FFu, 0xFFFFFFFFu));
     EXPECT_STREQ(region.caption, "Accept");
     EXPECT_EQ(velatrix_virtual_get_region(pad, 17, &region), 0);
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 #include "host/linux/hid_identity.h"
 
@@ -89,9 +90,8 @@ TEST(PrimaryUsage, CutOffLongAndExtendedItems) {
 TEST(HidIdentity, HidIdTexts) {
     auto usb = parse_hid_id("0003:0000046D:0000C52B");
     ASSERT_TRUE(usb);
-    EXPECT_EQ(usb->bus, 3u);
-    EXPECT_EQ(usb->vendor_id, 0x046D);
-    EXPECT_EQ(usb->product_id, 0xC52B);
+    EXPECT_EQ(std::tuple(usb->bus, usb->vendor_id, usb->product_id),
+              std::tuple(3u, 0x046D, 0xC52B));
     auto wide = parse_hid_id("0018:1234ABCD:00000001");
     ASSERT_TRUE(wide);
     EXPECT_EQ(wide->bus, 0x18u);
@@ -135,11 +135,9 @@ TEST(HidIdentity, DescribesAnInterfaceFromWhatSysfsSays) {
     auto info = describe_interface(raw);
     ASSERT_TRUE(info);
     EXPECT_EQ(info->transport, "USB");
-    EXPECT_EQ(info->vendor_id, 0xF055);
-    EXPECT_EQ(info->product_id, 0x0042);
-    EXPECT_EQ(info->location_id, 0x01230000u);
-    EXPECT_EQ(info->primary_usage_page, 0xFF00u);
-    EXPECT_EQ(info->primary_usage, 6u);
+    EXPECT_EQ(std::tuple(info->vendor_id, info->product_id, info->location_id, info->primary_usage_page,
+                         info->primary_usage),
+              std::tuple(0xF055, 0x0042, 0x01230000u, 0xFF00u, 6u));
     EXPECT_EQ(info->manufacturer, "Velatrix");
     EXPECT_EQ(info->product, "Quillmark pad");
     EXPECT_EQ(info->key, "/dev/hidraw3");
