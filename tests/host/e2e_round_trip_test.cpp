@@ -62,23 +62,8 @@ void general_pen_touch(Device device, velatrix_virtual_pad) {
     EXPECT_EQ(shown(velatrix_print_general_parameters, velatrix_get_general_parameters(device)),
               shown(velatrix_print_general_parameters, general));
 
-    velatrix_hid_feature_pen_parameters pen{};
-    pen.report_id = 50;
-    pen.proximity = 0x0102;
-    pen.auto_pen_threshold = 0x0304;
-    pen.auto_touch_threshold = 0x0506;
-    pen.adc_average = 7;
-    pen.coordinate_average = 8;
-    pen.offset_interval = 0x090A;
-    pen.debounce_pre_down = 11;
-    pen.debounce_post_down = 12;
-    pen.debounce_pre_up = 13;
-    pen.debounce_post_up = 14;
-    pen.error_correction_enable = 1;
-    pen.reserved_1 = 5;
-    pen.offset_correction_enable = 1;
-    pen.tip_inverted = 1;
-    pen.interrupt_rate = 0x0F10;
+    const velatrix_hid_feature_pen_parameters pen{50, 0x0102, 0x0304, 0x0506, 7, 8, 0x090A, 11, 12, 13, 14,
+                                                  1,  5,      1,      0,      1, 0, 0x0F10};
     ASSERT_EQ(velatrix_set_pen_parameters(device, pen), 1) << last_error();
     const velatrix_hid_feature_pen_parameters pen_read = velatrix_get_pen_parameters(device);
     EXPECT_EQ(shown(velatrix_print_pen_parameters, pen_read), shown(velatrix_print_pen_parameters, pen));
@@ -104,17 +89,10 @@ void output_peripheral_calibration(Device device, velatrix_virtual_pad) {
         EXPECT_EQ(shown(velatrix_print_output_configuration, read), shown(velatrix_print_output_configuration, output));
     }
 
-    using Peripheral = velatrix_hid_feature_peripheral_configuration;
-    uint8_t Peripheral::* const reserved[] = {
-        &Peripheral::reserved1,  &Peripheral::reserved2,  &Peripheral::reserved3,  &Peripheral::reserved4,
-        &Peripheral::reserved5,  &Peripheral::reserved6,  &Peripheral::reserved7,  &Peripheral::reserved8,
-        &Peripheral::reserved9,  &Peripheral::reserved10, &Peripheral::reserved11, &Peripheral::reserved12,
-        &Peripheral::reserved13, &Peripheral::reserved14};
-    Peripheral peripheral{};
-    peripheral.mag_card_output = VELATRIX_PERIPHERAL_OEM_OUTPUT | VELATRIX_PERIPHERAL_KEYBOARD_OUTPUT |
-                                 VELATRIX_PERIPHERAL_KEYBOARD_PREAMBLE;
-    for (int i = 0; i < 14; ++i) peripheral.*reserved[i] = static_cast<uint8_t>(0x21 + i);
-    peripheral.load_factory_settings = 1;
+    // Written without a report id; the flags as OEM, keyboard and preamble output.
+    velatrix_hid_feature_peripheral_configuration peripheral{
+        0, VELATRIX_PERIPHERAL_OEM_OUTPUT | VELATRIX_PERIPHERAL_KEYBOARD_OUTPUT | VELATRIX_PERIPHERAL_KEYBOARD_PREAMBLE,
+        0x21, 0x22, 0x23, 0x24, 0x25, 0x26, 0x27, 0x28, 0x29, 0x2A, 0x2B, 0x2C, 0x2D, 0x2E, 0, 1};
     ASSERT_EQ(velatrix_set_peripheral_configuration(device, peripheral), 1) << last_error();
     peripheral.report_id = 92;
     EXPECT_EQ(shown(velatrix_print_peripheral_configuration, velatrix_get_peripheral_configuration(device)),
