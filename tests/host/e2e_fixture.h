@@ -75,22 +75,16 @@ inline std::string param_name(const ::testing::TestParamInfo<std::string>& info)
     return name;
 }
 
-// The path the driver must give a pad: transport, vendor, product, usage
-// page, usage and location, as the host formats it.
-inline std::string expected_path(uint16_t vendor, uint16_t product, uint32_t usage_page, uint32_t usage,
-                                 uint32_t location) {
-    char path[256];
-    std::snprintf(path, sizeof path, "USB_%04x_%04x_%02x_%02x_%x", vendor, product, usage_page, usage, location);
-    return path;
-}
-
-// Empty for a pad that is not plugged in.
+// The path the driver must give a pad (empty for one that is not plugged
+// in): transport, vendor, product, usage page, usage and location.
 inline std::string expected_path(velatrix_virtual_pad pad) {
     auto plugged = virtual_pad::VirtualBus::instance().find(pad);
     if (plugged == nullptr) return {};
     const PadModel& model = plugged->model();
-    return expected_path(model.vendor_id, velatrix_virtual_product_id(pad), model.usage_page, model.usage,
-                         velatrix_virtual_location_id(pad));
+    char path[256];
+    std::snprintf(path, sizeof path, "USB_%04x_%04x_%02x_%02x_%x", model.vendor_id, velatrix_virtual_product_id(pad),
+                  model.usage_page, model.usage, velatrix_virtual_location_id(pad));
+    return path;
 }
 
 inline std::array<uint8_t, 16> md5(const uint8_t* data, std::size_t length) {

@@ -14,11 +14,6 @@ using namespace std::chrono_literals;
 struct Seen {
     int callback;  // which of the two callbacks
     int type;
-    uint16_t x, y;
-    uint8_t tip;
-    uint8_t in_range;
-    uint8_t region;                                 // type 2
-    const velatrix_device_region_info* button;      // types 250 to 253
     velatrix_device* device;
     uint8_t raw_id;
     uint32_t raw_length;
@@ -30,27 +25,9 @@ testing::Recorder<Seen> seen;
 
 void record(int callback, velatrix_device* device, const velatrix_input_report* report, int type,
             const uint8_t* buffer, uint32_t length) {
-    Seen s{};
-    s.callback = callback;
-    s.type = type;
-    s.device = device;
-    s.raw_id = length > 0 ? buffer[0] : 0;
-    s.raw_length = length;
-    s.thread = std::this_thread::get_id();
-    s.report = *report;
     EXPECT_EQ(report->type, type);
-    if (type == VELATRIX_INPUT_EXTENDED_COORDINATE || type == VELATRIX_INPUT_COORDINATE) {
-        s.x = report->data.coordinate.x;
-        s.y = report->data.coordinate.y;
-        s.tip = report->data.coordinate.tip_switch;
-        s.in_range = report->data.coordinate.in_range;
-        s.region = report->data.coordinate.region;
-    } else if (type >= VELATRIX_INPUT_BUTTON_DOWN && type <= VELATRIX_INPUT_BUTTON_PRESS) {
-        s.x = report->data.button.x;
-        s.y = report->data.button.y;
-        s.button = report->data.button.region;
-    }
-    seen.add(s);
+    seen.add({callback, type, device, length > 0 ? buffer[0] : uint8_t{0}, length, std::this_thread::get_id(),
+              *report});
 }
 
 int first_callback(velatrix_device* device, const velatrix_input_report* report, int type, const uint8_t* buffer,
@@ -116,13 +93,17 @@ TEST_F(E2eInput, StrokesReachEveryCallbackInOrderWithButtonEventsOnAButton) {
     for (std::size_t i = 0; i < 14; ++i) {
         const Expected& e = expected[i / 2];
         const Seen& s = events[i];
+        const velatrix_input_coordinate& c = s.report.data.coordinate;
+        const velatrix_input_button& b = s.report.data.button;
+        const bool coordinate = e.type == VELATRIX_INPUT_EXTENDED_COORDINATE;
         SCOPED_TRACE("event " + std::to_string(i));
-        EXPECT_EQ(std::tuple(s.callback, s.type, s.x, s.y, s.device, s.raw_id, s.thread),
+        EXPECT_EQ(std::tuple(s.callback, s.type, coordinate ? c.x : b.x, coordinate ? c.y : b.y, s.device, s.raw_id,
+                             s.thread),
                   std::tuple(int(i % 2 + 1), e.type, e.x, e.y, device_, 2, std::this_thread::get_id()));
-        if (e.type == VELATRIX_INPUT_EXTENDED_COORDINATE) {
-            EXPECT_EQ(std::tuple(s.tip, s.in_range, s.region), std::tuple(e.tip, 16, e.region));
+        if (coordinate) {
+            EXPECT_EQ(std::tuple(c.tip_switch, c.in_range, c.region), std::tuple(e.tip, 16, e.region));
         } else {
-            EXPECT_EQ(s.button, &device_->regions[e.region - 1]);
+            EXPECT_EQ(b.region, &device_->regions[e.region - 1]);
         }
     }
     EXPECT_EQ(device_->button_active, 0) << "the press ends the button";
@@ -179,7 +160,8 @@ TEST_F(E2eInput, ReadThreadDeliversInputAndStopsWithinASecondOfDone) {
     ASSERT_EQ(velatrix_virtual_play_stroke(pad_, ink, 2), 1);
     const std::vector<Seen> events = seen.take(3, 3s);
     ASSERT_EQ(events.size(), 3u);
-    EXPECT_EQ(std::tuple(events[0].x, events[1].y, events[2].tip),
+    EXPECT_EQ(std::tuple(events[0].report.data.coordinate.x, events[1].report.data.coordinate.y,
+                         events[2].report.data.coordinate.tip_switch),
               std::tuple(40, 42, 0));
     for (const Seen& s : events) EXPECT_NE(s.thread, std::this_thread::get_id()) << "on the read thread";
 

@@ -1,8 +1,8 @@
-// Values end to end: every report the library writes is read back, through
-// the public API and the virtual firmware, on every model that has it. The
-// exact wire bytes, waits and failure paths belong to the recording fake
-// driver's tests (tests/protocol); this table owns only that what is set is
-// what is read.
+// Values end to end: what the open caches, and every report the library
+// writes read back, through the public API and the virtual firmware, on
+// every model that has it. The exact wire bytes, waits and failure paths
+// belong to the recording fake driver's tests (tests/protocol); this table
+// owns only that what is set is what is read.
 #include <tuple>
 
 #include "e2e_fixture.h"
@@ -24,6 +24,42 @@ struct RoundTrip {
     unsigned needs;  // capabilities the pad must have
     void (*run)(Device device, velatrix_virtual_pad pad);
 };
+
+// What the open caches for every later call: display information, version,
+// the region table as the pad holds it, and the default font.
+void open_caches(Device device, velatrix_virtual_pad pad) {
+    const PadModel& model = virtual_pad::VirtualBus::instance().find(pad)->model();
+    const velatrix_hid_feature_display_info& info = device->display_info;
+    const virtual_pad::DisplayInfo& display = model.display;
+    EXPECT_EQ(std::tuple(info.report_id, info.width, info.height, info.color_depth, info.text_width, info.text_height,
+                         info.region_count, info.max_caption_length),
+              std::tuple(100, display.width, display.height, display.color_depth, display.text_width,
+                         display.text_height, display.region_count, display.max_caption_length));
+
+    const velatrix_hid_feature_version& version = device->version;
+    EXPECT_EQ(std::tuple(version.report_id, Bytes(version.kernel_version, version.kernel_version + 3),
+                         Bytes(version.firmware_version, version.firmware_version + 3), version.asic_signature),
+              std::tuple(22, Bytes(model.version.kernel.begin(), model.version.kernel.end()),
+                         Bytes(model.version.firmware.begin(), model.version.firmware.end()),
+                         model.version.asic_signature));
+
+    ASSERT_NE(device->regions, nullptr);
+    for (uint8_t number = 1; number <= info.region_count; ++number) {
+        velatrix_virtual_region r{};
+        ASSERT_EQ(velatrix_virtual_get_region(pad, number, &r), 1);
+        const velatrix_device_region_info& c = device->regions[number - 1];
+        const bool button = r.type == VELATRIX_REGION_BUTTON;
+        EXPECT_EQ(std::tuple(c.number, c.type, c.in_use, c.visible, c.accept_touch, c.has_frame, c.x1, c.x2, c.y1,
+                             c.y2, c.foreground, c.background,
+                             std::string(button ? c.data.button.caption : ""), button ? c.data.button.enable : 0),
+                  std::tuple(number, static_cast<uint32_t>(r.type), r.in_use, r.visible, r.accept_touch, r.has_frame,
+                             r.x1, r.x2, r.y1, r.y2, r.foreground, r.background, std::string(button ? r.caption : ""),
+                             button ? r.enable : 0))
+            << "region " << int(number);
+    }
+
+    EXPECT_EQ(device->font, &velatrix_default);
+}
 
 void serial_number(Device device, velatrix_virtual_pad) {
     const char* serial = "E2E-SERIAL-0042";
@@ -327,6 +363,7 @@ void resources(Device device, velatrix_virtual_pad pad) {
 }
 
 const RoundTrip kRoundTrips[] = {
+    {"OpenCaches", kAnyPad, open_caches},
     {"SerialNumber", kAnyPad, serial_number},
     {"SmallSettings", kAnyPad, small_settings},
     {"GeneralPenTouch", kAnyPad, general_pen_touch},
