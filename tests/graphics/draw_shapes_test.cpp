@@ -1,8 +1,9 @@
-// Circles, ellipses and rectangles. The expected maps were worked out by
-// hand by stepping each rasteriser on paper; digit maps count how many times
+// Lines, circles, ellipses and rectangles. The expected maps were worked
+// out by hand by stepping each rasteriser on paper; digit maps count how many times
 // a pixel was set (each set of a translucent colour blends once more).
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -86,9 +87,53 @@ const Shape kShapes[] = {
     {"FilledRectangleWithReversedCornersCollapses", 5, 4,
      [](velatrix_bitmap* b) { velatrix_fill_rectangle(b, 3, 2, 1, 0, kHalfBlack); },
      {".....", ".....", "...1.", "....."}},
+    // Lines. A shallow line sets every pixel once, whichever end it starts from.
+    {"LineShallow", 6, 3, [](velatrix_bitmap* b) { velatrix_draw_line(b, 0, 0, 5, 2, kHalfBlack); },
+     {"11....", "..11..", "....11"}},
+    {"LineShallowBackwards", 6, 3, [](velatrix_bitmap* b) { velatrix_draw_line(b, 5, 2, 0, 0, kHalfBlack); },
+     {"##....", "..##..", "....##"}, true},
+    {"LineSteep", 2, 5, [](velatrix_bitmap* b) { velatrix_draw_line(b, 0, 0, 1, 4, 0x000000FFu); },
+     {"#.", "#.", ".#", ".#", ".#"}, true},
+    // The single y step falls half way along, far beyond the bitmap.
+    {"LineRunningFarOffEndsAtTheEdge", 10, 8,
+     [](velatrix_bitmap* b) { velatrix_draw_line(b, 5, 5, INT_MAX - 10, 6, 0x000000FFu); },
+     {"..........", "..........", "..........", "..........", "..........", ".....#####", "..........",
+      ".........."},
+     true},
+    // A horizontal thick line walks with sy = -1, so the cross runs go upwards.
+    {"ThickLineOfThree", 7, 5, [](velatrix_bitmap* b) { velatrix_draw_thick_line(b, 1, 2, 5, 2, 0x000000FFu, 3.0f); },
+     {".......", ".#####.", ".#####.", ".......", "......."}, true},
+    {"ThickLineOfFive", 7, 5, [](velatrix_bitmap* b) { velatrix_draw_thick_line(b, 1, 2, 5, 2, 0x000000FFu, 5.0f); },
+     {".#####.", ".#####.", ".#####.", ".......", "......."}, true},
+    // Width 2: the row above is only half covered, below the 0.9 cut.
+    {"ThickLineOfTwo", 7, 5, [](velatrix_bitmap* b) { velatrix_draw_thick_line(b, 1, 2, 5, 2, 0x000000FFu, 2.0f); },
+     {".......", ".......", ".#####.", ".......", "......."}, true},
+    {"ThickVerticalLineGrowsTowardsSmallerX", 5, 5,
+     [](velatrix_bitmap* b) { velatrix_draw_thick_line(b, 2, 0, 2, 4, 0x000000FFu, 3.0f); },
+     {".##..", ".##..", ".##..", ".##..", ".##.."}, true},
+    // Width 3: neighbours at distance 3/sqrt(18) pass, those at 6/sqrt(18) not.
+    {"ThickDiagonalKeepsWellCoveredPixels", 4, 4,
+     [](velatrix_bitmap* b) { velatrix_draw_thick_line(b, 0, 0, 3, 3, kHalfBlack, 3.0f); },
+     {"11..", "111.", ".111", "..11"}},
+    // Widths 1 and 2 keep only the centre line.
+    {"ThickDiagonalOfOne", 4, 4, [](velatrix_bitmap* b) { velatrix_draw_thick_line(b, 0, 0, 3, 3, 0x000000FFu, 1.0f); },
+     {"#...", ".#..", "..#.", "...#"}, true},
+    {"ThickDiagonalOfTwo", 4, 4, [](velatrix_bitmap* b) { velatrix_draw_thick_line(b, 0, 0, 3, 3, 0x000000FFu, 2.0f); },
+     {"#...", ".#..", "..#.", "...#"}, true},
+    {"ThickAaLineRunningFarOffEndsAtTheEdge", 10, 8,
+     [](velatrix_bitmap* b) { velatrix_draw_thick_aa_line(b, 0, 5, INT_MAX, 5, 0x000000FFu, 3.0f); },
+     {"..........", "..........", "..........", "..........", "##########", "##########", "..........",
+      ".........."},
+     true},
+    // Walking left, sy is -1 again: the run goes up to row 1.
+    {"ThickLineRunningFarLeftEndsAtTheEdge", 10, 8,
+     [](velatrix_bitmap* b) { velatrix_draw_thick_line(b, 9, 2, INT_MIN, 2, 0x000000FFu, 3.0f); },
+     {"..........", "##########", "##########", "..........", "..........", "..........", "..........",
+      ".........."},
+     true},
 };
 
-TEST(DrawShapes, EveryShapeLeavesItsMap) {
+TEST(DrawShapes, EveryDrawingLeavesItsMap) {
     for (const Shape& shape : kShapes) {
         SCOPED_TRACE(shape.name);
         Canvas canvas(shape.width, shape.height);
