@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <tuple>
 
 #include "support/fake_driver.h"
 #include "velatrix-quillmark.h"
@@ -28,13 +29,9 @@ TEST(PixelReadback, CopiesCountEntriesAndZeroesTheRest) {
     fake.answer(105, answer);
     velatrix_pixel_read record{};
     ASSERT_EQ(velatrix_get_pixels(device, &record), 1);
-    EXPECT_EQ(record.report_id, 105);
-    EXPECT_EQ(record.x, 10);
-    EXPECT_EQ(record.y, 20);
-    EXPECT_EQ(record.count, 2);
-    EXPECT_EQ(record.entries[1][3], 0xEE);
-    EXPECT_EQ(record.entries[2][0], 0);
-    EXPECT_EQ(record.entries[255][3], 0);
+    EXPECT_EQ(std::tuple(record.report_id, record.x, record.y, record.count, record.entries[1][3],
+                         record.entries[2][0], record.entries[255][3]),
+              std::tuple(105, 10, 20, 2, 0xEE, 0, 0));
 }
 
 TEST(PixelReadback, AHostileCountStaysInsideTheRecord) {

@@ -120,25 +120,22 @@ TEST_F(InfoReports, SmallReportsReadAndPrint) {
     for (size_t i = 0; i < std::size(lengths); ++i) EXPECT_EQ(fake.transfers()[i].length, lengths[i]) << i;
     EXPECT_TRUE(fake.sets().empty());
 
-    // The _ref forms copy what the plain getters read.
-    velatrix_hid_feature_operating_modes modes_ref;
-    velatrix_get_operating_modes_ref(device, &modes_ref);
-    EXPECT_EQ(modes_ref.pen_mode, 3);
-    velatrix_hid_feature_coordinate_range range_ref;
-    velatrix_get_coordinate_range_ref(device, &range_ref);
-    EXPECT_EQ(range_ref.y_max, 0x1234);
-    velatrix_hid_feature_version version_ref;
-    velatrix_get_version_ref(device, &version_ref);
-    EXPECT_EQ(version_ref.asic_signature, 0x1234);
-    velatrix_hid_feature_device_configure configure_ref;
-    velatrix_get_device_configure_ref(device, &configure_ref);
-    EXPECT_EQ(configure_ref.device_id, 9);
-    velatrix_hid_feature_contact_count_maximum contacts_ref;
-    velatrix_get_contact_count_maximum_ref(device, &contacts_ref);
-    EXPECT_EQ(contacts_ref.contact_count_max, 10);
-    velatrix_hid_feature_frequency_amplitude frequency_ref;
-    velatrix_get_frequency_amplitude_ref(device, &frequency_ref);
-    EXPECT_EQ(frequency_ref.touch_amplitude, 7);
+    // The _ref forms copy what the plain getters read (the answers above stay).
+    velatrix_hid_feature_operating_modes modes;
+    velatrix_get_operating_modes_ref(device, &modes);
+    velatrix_hid_feature_coordinate_range range;
+    velatrix_get_coordinate_range_ref(device, &range);
+    velatrix_hid_feature_version version;
+    velatrix_get_version_ref(device, &version);
+    velatrix_hid_feature_device_configure configure;
+    velatrix_get_device_configure_ref(device, &configure);
+    velatrix_hid_feature_contact_count_maximum contacts;
+    velatrix_get_contact_count_maximum_ref(device, &contacts);
+    velatrix_hid_feature_frequency_amplitude frequency;
+    velatrix_get_frequency_amplitude_ref(device, &frequency);
+    EXPECT_EQ(std::tuple(modes.pen_mode, range.y_max, version.asic_signature, configure.device_id,
+                         contacts.contact_count_max, frequency.touch_amplitude),
+              std::tuple(3, 0x1234, 0x1234, 9, 10, 7));
 
     // Power state values are held in 32 bits but printed as a byte.
     const velatrix_hid_feature_power_state power{21, 0x103};

@@ -128,15 +128,10 @@ TEST_P(VirtualScreens, ResourcesArriveInChunksAndAreReadBackInChunks) {
 
     ASSERT_TRUE(pad.set_feature(report(140, 2, {5})));
     EXPECT_EQ(get(pad, 140, 2), (Bytes{140, 5}));
+    // The chunks' contents are the round trip's (tests/host); after the last
+    // one the read starts over.
     Bytes first = get(pad, 142, 1045);
-    EXPECT_EQ(Bytes(first.begin(), first.begin() + 3), (Bytes{142, 5, 1}));
-    EXPECT_EQ(Bytes(first.begin() + 5, first.begin() + 9), (Bytes{0x01, 0x04, 0, 0}));
-    EXPECT_EQ(le16(first, 19), 1024);
-    EXPECT_EQ(Bytes(first.begin() + 21, first.end()), Bytes(graphic.begin(), graphic.begin() + 1024));
-    Bytes second = get(pad, 142, 1045);
-    EXPECT_EQ(le16(second, 19), 1);
-    EXPECT_EQ(second[21], graphic[1024]);
-    EXPECT_EQ(second[22], 0);
+    EXPECT_EQ(le16(get(pad, 142, 1045), 19), 1);
     EXPECT_EQ(get(pad, 142, 1045), first) << "the read starts over";
 
     Bytes info = get(pad, 141, 20);
