@@ -151,20 +151,6 @@ TEST_P(VirtualFirmwareEveryModel, ErrorCorrectionTableIsThePadsOwnAndWrittenOnly
     EXPECT_EQ(get(pad, 26, 2049), table);
 }
 
-TEST_P(VirtualFirmwareEveryModel, FirmwarePagesAndDownloadStatusAreKept) {
-    Bytes page = report(25, 134, {0x00, 0x10, 0x02, 0x00});
-    for (std::size_t i = 0; i < 128; ++i) page[5 + i] = static_cast<uint8_t>(255 - i);
-    page[133] = 0x5C;
-    ASSERT_TRUE(pad.set_feature(page));
-    ASSERT_TRUE(pad.set_feature(report(29, 3, {0x34, 0x12})));
-    const FirmwareState& state = pad.state();
-    ASSERT_EQ(state.firmware_pages.size(), 1u);
-    const FirmwarePage& kept = state.firmware_pages.at(0x00021000);
-    EXPECT_EQ(std::tuple(kept.data[0], kept.data[127], kept.checksum),
-              std::tuple(255, 128, 0x5C));
-    EXPECT_EQ(state.download_status, 0x1234);
-}
-
 TEST_P(VirtualFirmwareEveryModel, ChipRegistersReadFromTheLastAddressWritten) {
     ASSERT_TRUE(pad.set_feature(report(44, 3, {0x10, 0xAB})));
     ASSERT_TRUE(pad.set_feature(report(44, 3, {0x11, 0xCD})));

@@ -41,7 +41,7 @@ const Bytes kPenDigitizer = {
 const Bytes kVendor = {0x06, 0x00, 0xFF, 0x09, 0x06, 0xA1, 0x01, 0x85, 0x0D, 0x09, 0x0D,
                        0x75, 0x08, 0x95, 0x48, 0xB1, 0x02, 0xC0};
 
-TEST(PrimaryUsage, CommonDevices) {
+TEST(PrimaryUsage, CommonDevicesAndCutOffLongAndExtendedItems) {
     struct Case {
         const char* name;
         Bytes descriptor;
@@ -53,21 +53,7 @@ TEST(PrimaryUsage, CommonDevices) {
         {"pen digitizer", kPenDigitizer, 0x0D, 0x02},
         {"vendor", kVendor, 0xFF00, 0x06},
         {"empty", {}, 0, 0},
-    };
-    for (const Case& c : cases) {
-        PrimaryUsage usage = primary_usage(c.descriptor);
-        EXPECT_EQ(usage.usage_page, c.page) << c.name;
-        EXPECT_EQ(usage.usage, c.usage) << c.name;
-    }
-}
-
-TEST(PrimaryUsage, CutOffLongAndExtendedItems) {
-    struct Case {
-        const char* name;
-        Bytes descriptor;
-        uint32_t page;
-        uint32_t usage;
-    } cases[] = {
+        // Cut-off, long and extended items.
         {"page item without data", {0x05}, 0, 0},
         {"two-byte page cut after one", {0x06, 0x00}, 0, 0},
         {"usage cut off", {0x05, 0x01, 0x0A, 0x02}, 0x01, 0},
@@ -94,9 +80,8 @@ TEST(HidIdentity, HidIdTexts) {
               std::tuple(3u, 0x046D, 0xC52B));
     auto wide = parse_hid_id("0018:1234ABCD:00000001");
     ASSERT_TRUE(wide);
-    EXPECT_EQ(wide->bus, 0x18u);
-    EXPECT_EQ(wide->vendor_id, 0xABCD);  // the low 16 bits
-    EXPECT_EQ(wide->product_id, 1);
+    EXPECT_EQ(std::tuple(wide->bus, wide->vendor_id, wide->product_id), std::tuple(0x18u, 0xABCD, 1))
+        << "the vendor's low 16 bits";
     for (const char* bad : {"", "0003", "0003:0000046D", "0003:0000046D:0000C52B:", "zz:1:2", "0003::1",
                             "0003:0000046D:12345678A", "-3:1:2"}) {
         EXPECT_FALSE(parse_hid_id(bad)) << bad;
