@@ -6,7 +6,6 @@
 
 #include "driver_fixture.h"
 #include "support/recorder.h"
-#include "velatrix/host.h"
 #include "velatrix/input.h"
 
 namespace velatrix::testing {
