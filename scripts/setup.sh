@@ -12,6 +12,8 @@ packages=(g++ cmake pkg-config libgtest-dev libgmock-dev libbenchmark-dev libicu
 test_packages=(tshark)
 preset="${1:-default}"
 (($# > 1)) || packages+=("${test_packages[@]}")
+# The coverage preset's report needs gcovr.
+[ "$preset" != coverage ] || packages+=(gcovr)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -5,6 +5,7 @@
 #include <regex>
 #include <memory>
 #include <thread>
+#include <tuple>
 
 #include "debug/log.h"
 #include "debug/state.h"
@@ -113,11 +114,8 @@ TEST_F(LogRecords, MessageTextKeepsAtMost8190Characters) {
     velatrix_debug_message* message = make("%s", long_text.c_str());
     ASSERT_NE(message, nullptr);
     EXPECT_EQ(std::strlen(message->text), 8190u);
-    EXPECT_EQ(message->level, VELATRIX_LEVEL_FINE);
-    EXPECT_EQ(message->time, 1234);
-    EXPECT_EQ(message->process, 55u);
-    EXPECT_EQ(message->thread, 66u);
-    EXPECT_EQ(message->line, -3);
+    EXPECT_EQ(std::tuple(message->level, message->time, message->process, message->thread, message->line),
+              std::tuple(VELATRIX_LEVEL_FINE, 1234, 55u, 66u, -3));
     EXPECT_STREQ(message->function, "f");
     EXPECT_STREQ(message->file, "file");
 

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <string>
 #include <vector>
+#include <tuple>
 
 #include "bmp_reader.h"
 #include "draw_canvas.h"
@@ -21,14 +22,9 @@ TEST(BitmapInit, TenByTwoRecordIsPaddedAndWhite) {
     velatrix_bitmap bitmap;
     std::memset(&bitmap, 0x5A, sizeof bitmap);
     ASSERT_EQ(velatrix_bitmap_init(&bitmap, buffer.data(), 10, 2), 1);
-    EXPECT_EQ(bitmap.data, buffer.data());
-    EXPECT_EQ(bitmap.pixels, buffer.data() + 54);
-    EXPECT_EQ(bitmap.width, 10);
-    EXPECT_EQ(bitmap.height, 2);
-    EXPECT_EQ(bitmap.clear_length, 0);
-    EXPECT_EQ(bitmap.stride, 32);
-    EXPECT_EQ(bitmap.image_size, 64);
-    EXPECT_EQ(bitmap.file_size, 118);
+    EXPECT_EQ(std::tuple(bitmap.data, bitmap.pixels, bitmap.width, bitmap.height, bitmap.clear_length, bitmap.stride,
+                         bitmap.image_size, bitmap.file_size),
+              std::tuple(buffer.data(), buffer.data() + 54, 10, 2, 0, 32, 64, 118));
     // Every pixel byte, the row padding included, is white; nothing beyond.
     for (int i = 54; i < 118; ++i) EXPECT_EQ(buffer[i], 0xFF) << "byte " << i;
     for (int i = 118; i < 200; ++i) EXPECT_EQ(buffer[i], 0x00) << "byte " << i;
@@ -126,14 +122,9 @@ TEST(BitmapFile, SavedBitmapReadsBackThroughAPlainBmpReader) {
     std::remove(path.c_str());
     ASSERT_TRUE(image.ok()) << image.error;
     EXPECT_EQ(image.file_size, 102u);  // three rows of 16 bytes after the header
-    EXPECT_EQ(image.pixel_offset, 54u);
-    EXPECT_EQ(image.info_size, 40u);
-    EXPECT_EQ(image.width, 5);
-    EXPECT_EQ(image.height, 3);
-    EXPECT_EQ(image.planes, 1);
-    EXPECT_EQ(image.bits_per_pixel, 24);
-    EXPECT_EQ(image.compression, 0u);
-    EXPECT_EQ(image.image_size, 48u);
+    EXPECT_EQ(std::tuple(image.pixel_offset, image.info_size, image.width, image.height, image.planes,
+                         image.bits_per_pixel, image.compression, image.image_size),
+              std::tuple(54u, 40u, 5, 3, 1, 24, 0u, 48u));
     for (int y = 0; y < 3; ++y) {
         for (int x = 0; x < 5; ++x) {
             uint32_t expected = 0xFFFFFFFFu;

@@ -1,8 +1,8 @@
-// Lines: plain, anti-aliased, thick and thick anti-aliased. The expected
-// maps were worked out by hand by stepping the error-term walks on paper.
+// Lines: anti-aliased shading and the edge cases of the walks. Their
+// pixel maps are in draw_shapes_test's table; the shading here was worked
+// out by hand by stepping the error-term walks on paper.
 #include <gtest/gtest.h>
 
-#include <climits>
 #include <cmath>
 #include <cstdint>
 #include <string>
@@ -37,32 +37,6 @@ TEST(DrawLine, SinglePointSetsExactlyOnePixelOnce) {
     for (int y = 0; y < 10; ++y) EXPECT_EQ(layers[y], y == 5 ? ".....1...." : "..........");
 }
 
-TEST(DrawLine, ShallowAndSteepLinesInBothDirections) {
-    const Rows shallow = {
-        "##....",
-        "..##..",
-        "....##",
-    };
-    Canvas forward(6, 3), backward(6, 3);
-    velatrix_draw_line(forward.get(), 0, 0, 5, 2, kHalfBlack);
-    velatrix_draw_line(backward.get(), 5, 2, 0, 0, kHalfBlack);
-    EXPECT_EQ(forward.ink(), shallow);
-    EXPECT_EQ(backward.ink(), shallow);
-    EXPECT_EQ(forward.layers(), (Rows{"11....", "..11..", "....11"}));  // every pixel once
-
-    Canvas steep(2, 5);
-    velatrix_draw_line(steep.get(), 0, 0, 1, 4, 0x000000FFu);
-    EXPECT_EQ(steep.ink(), (Rows{"#.", "#.", ".#", ".#", ".#"}));
-}
-
-TEST(DrawLine, LineRunningFarOffTheBitmapEndsAtItsEdge) {
-    Canvas canvas(10, 8);
-    velatrix_draw_line(canvas.get(), 5, 5, INT_MAX - 10, 6, 0x000000FFu);
-    // The single y step falls half way along, far beyond the bitmap.
-    EXPECT_EQ(canvas.ink(), (Rows{"..........", "..........", "..........", "..........", "..........",
-                                  ".....#####", "..........", ".........."}));
-}
-
 TEST(DrawAaLine, ShallowLineShadesBothNeighbours) {
     Canvas canvas(5, 3);
     velatrix_draw_aa_line(canvas.get(), 0, 0, 4, 2, 0x00000033u);  // the colour's own alpha is ignored
@@ -79,37 +53,6 @@ TEST(DrawAaLine, SinglePointIsOpaque) {
     expect_alphas(canvas, {{0, 0, 0}, {0, 255, 0}, {0, 0, 0}});
 }
 
-TEST(DrawThickLine, HorizontalRunsGrowTowardsSmallerY) {
-    // A horizontal line walks with sy = -1, so the cross runs go upwards.
-    Canvas three(7, 5), five(7, 5), two(7, 5);
-    velatrix_draw_thick_line(three.get(), 1, 2, 5, 2, 0x000000FFu, 3.0f);
-    velatrix_draw_thick_line(five.get(), 1, 2, 5, 2, 0x000000FFu, 5.0f);
-    velatrix_draw_thick_line(two.get(), 1, 2, 5, 2, 0x000000FFu, 2.0f);
-    EXPECT_EQ(three.ink(), (Rows{".......", ".#####.", ".#####.", ".......", "......."}));
-    EXPECT_EQ(five.ink(), (Rows{".#####.", ".#####.", ".#####.", ".......", "......."}));
-    // Width 2: the row above is only half covered, below the 0.9 cut.
-    EXPECT_EQ(two.ink(), (Rows{".......", ".......", ".#####.", ".......", "......."}));
-}
-
-TEST(DrawThickLine, VerticalRunsGrowTowardsSmallerX) {
-    Canvas canvas(5, 5);
-    velatrix_draw_thick_line(canvas.get(), 2, 0, 2, 4, 0x000000FFu, 3.0f);
-    EXPECT_EQ(canvas.ink(), (Rows{".##..", ".##..", ".##..", ".##..", ".##.."}));
-}
-
-TEST(DrawThickLine, DiagonalKeepsOnlyWellCoveredPixelsInTheGivenColour) {
-    // Width 3: neighbours at distance 3/sqrt(18) pass, those at 6/sqrt(18) not.
-    Canvas canvas(4, 4);
-    velatrix_draw_thick_line(canvas.get(), 0, 0, 3, 3, kHalfBlack, 3.0f);
-    EXPECT_EQ(canvas.layers(), (Rows{"11..", "111.", ".111", "..11"}));
-    // Widths 1 and 2 keep only the centre line.
-    for (float width : {1.0f, 2.0f}) {
-        Canvas thin(4, 4);
-        velatrix_draw_thick_line(thin.get(), 0, 0, 3, 3, 0x000000FFu, width);
-        EXPECT_EQ(thin.ink(), (Rows{"#...", ".#..", "..#.", "...#"})) << "width " << width;
-    }
-}
-
 TEST(DrawThickAaLine, CoverageShadesTheEdges) {
     Canvas two(7, 4);
     velatrix_draw_thick_aa_line(two.get(), 1, 2, 5, 2, 0x00000001u, 2.0f);
@@ -122,18 +65,6 @@ TEST(DrawThickAaLine, CoverageShadesTheEdges) {
     Canvas diagonal(4, 4);
     velatrix_draw_thick_aa_line(diagonal.get(), 0, 0, 3, 3, 0x000000FFu, 1.0f);
     expect_alphas(diagonal, {{255, 74, 0, 0}, {74, 255, 74, 0}, {0, 74, 255, 74}, {0, 0, 74, 255}});
-}
-
-TEST(DrawThickAaLine, LineRunningFarOffTheBitmapEndsAtItsEdge) {
-    Canvas canvas(10, 8);
-    velatrix_draw_thick_aa_line(canvas.get(), 0, 5, INT_MAX, 5, 0x000000FFu, 3.0f);
-    EXPECT_EQ(canvas.ink(), (Rows{"..........", "..........", "..........", "..........", "##########",
-                                  "##########", "..........", ".........."}));
-    Canvas plain(10, 8);
-    velatrix_draw_thick_line(plain.get(), 9, 2, INT_MIN, 2, 0x000000FFu, 3.0f);
-    // Walking left, sy is -1 again: the run goes up to row 1.
-    EXPECT_EQ(plain.ink(), (Rows{"..........", "##########", "##########", "..........", "..........",
-                                 "..........", "..........", ".........."}));
 }
 
 TEST(DrawThickLine, WidthThatIsNotANumberIsRefused) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <string>
 #include <vector>
+#include <tuple>
 
 #include "font_test_support.h"
 #include "velatrix/error.h"
@@ -94,18 +95,15 @@ TEST(FontTables, DefaultFaceIsProportionalWithinItsLimits) {
 
 TEST(FontTables, DefaultCapitalAAndTheFallbackGlyph) {
     const velatrix_glyph& a = glyph_of(velatrix_default, 'A');
-    EXPECT_EQ(a.width, 4);
-    EXPECT_EQ(a.height, 5);
-    EXPECT_EQ(a.descent, 0);
-    EXPECT_EQ(a.byte_count, 3);
+    EXPECT_EQ(std::tuple(a.width, a.height, a.descent, a.byte_count),
+              std::tuple(4, 5, 0, 3));
     EXPECT_EQ(glyph_rows(a), (Rows{".##.", "#..#", "####", "#..#", "#..#"}));
 
     const velatrix_glyph* fallback = enhanced_get_font_character(&velatrix_default, 0);
     ASSERT_NE(fallback, nullptr);
     EXPECT_EQ(fallback, velatrix_default.glyphs);
-    EXPECT_EQ(fallback->width, 4);
-    EXPECT_EQ(fallback->height, 6);
-    EXPECT_EQ(fallback->descent, 1);
+    EXPECT_EQ(std::tuple(fallback->width, fallback->height, fallback->descent),
+              std::tuple(4, 6, 1));
     EXPECT_EQ(enhanced_get_font_character(&velatrix_default, 9731), fallback);
     EXPECT_EQ(enhanced_get_font_character(&velatrix_default, -5), fallback);
     EXPECT_NE(enhanced_get_font_character(&velatrix_default, 65), fallback);
@@ -113,9 +111,8 @@ TEST(FontTables, DefaultCapitalAAndTheFallbackGlyph) {
 
 TEST(FontTables, TwelvePixelMonoG) {
     const velatrix_glyph& g = glyph_of(ubuntu_mono_e_12pt, 'g');
-    EXPECT_EQ(g.width, 6);
-    EXPECT_EQ(g.height, 12);
-    EXPECT_EQ(g.descent, 2);
+    EXPECT_EQ(std::tuple(g.width, g.height, g.descent),
+              std::tuple(6, 12, 2));
     EXPECT_EQ(glyph_rows(g), (Rows{"......", "......", "......", "......", ".####.", "#...#.", "#...#.", "#...#.",
                                    "#...#.", ".####.", "....#.", "####.."}));
 }

@@ -6,7 +6,6 @@
 
 #include "draw_canvas.h"
 #include "font_test_support.h"
-#include "support/log_capture.h"
 #include "velatrix/bitmap.h"
 #include "velatrix/fonts.h"
 
@@ -148,37 +147,37 @@ TEST(TextLayout, CoverageGlyphsSetAlphaFromTheirBytes) {
     EXPECT_EQ(canvas.at(3, 0), kWhite);
 }
 
-TEST(TextLayout, RightAndBottomAlignmentStepBackByTheCharacterCount) {
-    Canvas canvas(130, 60);
-    const auto text = code_points(U"AAA");
-    enhanced_draw_string_aligned(canvas.get(), &velatrix_default, text.data(), 10, 5, 100, 50, 2, 2, kBlack);
-    // Not by the 15-pixel width: three characters, three pixels back.
-    EXPECT_EQ(first_ink_column(canvas), 97);
-    EXPECT_EQ(first_ink_row(canvas), 47);
-}
-
+// Centre and middle use the measured size: "AB" is 14 x 12 in the 12-pixel
+// mono font, so in a box of 101 x 41 from (10, 0) it starts at
+// x = 10 + (50 - 7), y = 0 + (20 - 6); left and top start at the corner.
 TEST(TextLayout, CentreAndMiddleAlignmentUseTheMeasuredSize) {
-    const auto text = code_points(U"AB");  // 14 x 12 in the 12-pixel mono font
-    Canvas centred(130, 60);
-    enhanced_draw_string_aligned(centred.get(), &ubuntu_mono_e_12pt, text.data(), 10, 0, 111, 41, 1, 1, kBlack);
-    Canvas reference(130, 60);
-    // Box 101 x 41: x = 10 + (50 - 7), y = 0 + (20 - 6).
-    enhanced_draw_string(reference.get(), &ubuntu_mono_e_12pt, text.data(), 53, 14, kBlack);
-    EXPECT_EQ(centred.ink(), reference.ink());
-
-    Canvas left_top(130, 60);
-    enhanced_draw_string_aligned(left_top.get(), &ubuntu_mono_e_12pt, text.data(), 20, 30, 111, 41, 0, 7, kBlack);
-    Canvas reference_left(130, 60);
-    enhanced_draw_string(reference_left.get(), &ubuntu_mono_e_12pt, text.data(), 20, 30, kBlack);
-    EXPECT_EQ(left_top.ink(), reference_left.ink());
+    const auto text = code_points(U"AB");
+    struct Case {
+        int x0, y0, horizontal, vertical, x, y;
+    } cases[] = {{10, 0, 1, 1, 53, 14}, {20, 30, 0, 7, 20, 30}};
+    for (const Case& c : cases) {
+        Canvas aligned(130, 60), reference(130, 60);
+        enhanced_draw_string_aligned(aligned.get(), &ubuntu_mono_e_12pt, text.data(), c.x0, c.y0, 111, 41,
+                                     c.horizontal, c.vertical, kBlack);
+        enhanced_draw_string(reference.get(), &ubuntu_mono_e_12pt, text.data(), c.x, c.y, kBlack);
+        EXPECT_EQ(aligned.ink(), reference.ink()) << c.horizontal << ", " << c.vertical;
+    }
 }
 
-TEST(TextLayout, ReversedBoxCollapsesOntoItsFirstCorner) {
-    Canvas canvas(60, 30);
-    const auto text = code_points(U"AA");
-    enhanced_draw_string_aligned(canvas.get(), &velatrix_default, text.data(), 40, 20, 5, 5, 2, 2, kBlack);
-    EXPECT_EQ(first_ink_column(canvas), 38);
-    EXPECT_EQ(first_ink_row(canvas), 18);
+// Right and bottom alignment step back by the character count, not by the
+// 15-pixel width; a reversed box collapses onto its first corner.
+TEST(TextLayout, RightAndBottomAlignmentStepBackByTheCharacterCount) {
+    struct Case {
+        const char32_t* text;
+        int x0, y0, x1, y1, column, row;
+    } cases[] = {{U"AAA", 10, 5, 100, 50, 97, 47}, {U"AA", 40, 20, 5, 5, 38, 18}};
+    for (const Case& c : cases) {
+        Canvas canvas(130, 60);
+        const auto text = code_points(c.text);
+        enhanced_draw_string_aligned(canvas.get(), &velatrix_default, text.data(), c.x0, c.y0, c.x1, c.y1, 2, 2,
+                                     kBlack);
+        EXPECT_EQ(std::pair(first_ink_column(canvas), first_ink_row(canvas)), std::pair(c.column, c.row)) << c.x0;
+    }
 }
 
 TEST(TextLayout, StringLengthCountsUpToTheTerminator) {
@@ -187,31 +186,6 @@ TEST(TextLayout, StringLengthCountsUpToTheTerminator) {
     EXPECT_EQ(u_strlen32(three.data()), 3);
     EXPECT_EQ(u_strlen32(none.data()), 0);
     EXPECT_EQ(u_strlen32(nullptr), 0);
-}
-
-TEST(TextLayout, GlyphLevelEntryPointsTraceEntryAndExit) {
-    LogCapture log;
-    Canvas canvas(10, 10);
-    const auto text = code_points(U"A");
-    const uint8_t characters[] = {'a'};
-    const uint8_t data[] = {0xFF};
-    const velatrix_byte_font byte_font{2, 2, 1, 1, 1, characters, data};
-    enhanced_get_font_character(&velatrix_default, 'A');
-    enhanced_draw_char(canvas.get(), &velatrix_default, 'A', 0, 0, kBlack);
-    u_strlen32(text.data());
-    velatrix_font_char_lookup(&byte_font, 'a');
-    velatrix_draw_char(canvas.get(), &byte_font, 'a', 0, 0, kBlack);
-    for (const char* function : {"enhanced_get_font_character", "enhanced_draw_char", "u_strlen32",
-                                 "velatrix_font_char_lookup", "velatrix_draw_char"}) {
-        int entered = 0, left = 0;
-        for (const LoggedRecord& record : log.records()) {
-            if (record.function != function || record.level != VELATRIX_LEVEL_FINEST) continue;
-            entered += record.text == "==> Entering Function";
-            left += record.text == "<== Leaving Function";
-        }
-        EXPECT_GE(entered, 1) << function;
-        EXPECT_EQ(entered, left) << function;
-    }
 }
 
 }  // namespace

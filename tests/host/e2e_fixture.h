@@ -14,7 +14,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <functional>
-#include <list>
 #include <optional>
 #include <string>
 #include <thread>
@@ -43,6 +42,30 @@ inline std::vector<std::string> model_names(const std::function<bool(const PadMo
 
 inline bool has_screens(const PadModel& model) { return model.capabilities.supports_screens_resources; }
 
+// What a test may ask of a pad; a test runs on every model that has all it asks.
+enum Capability : unsigned {
+    kAnyPad = 0,
+    kScreensResources = 1u << 0,
+    kCardReader = 1u << 1,
+    kColour = 1u << 2,
+};
+
+inline unsigned capabilities(const PadModel& model) {
+    return (model.capabilities.supports_screens_resources ? kScreensResources : 0u) |
+           (model.has_card_reader() ? kCardReader : 0u) | (model.display.color_depth > 1 ? kColour : 0u);
+}
+
+inline std::vector<const PadModel*> models_with(unsigned needs) {
+    std::vector<const PadModel*> models;
+    for (const PadModel* model : virtual_pad::all_models()) {
+        if ((capabilities(*model) & needs) == needs) models.push_back(model);
+    }
+    return models;
+}
+
+// The name of the first model with the capabilities, for tests that need one pad.
+inline std::string first_model_with(unsigned needs) { return models_with(needs).at(0)->name; }
+
 // gtest parameter names may not hold '-'.
 inline std::string param_name(const ::testing::TestParamInfo<std::string>& info) {
     std::string name = info.param;
@@ -52,38 +75,16 @@ inline std::string param_name(const ::testing::TestParamInfo<std::string>& info)
     return name;
 }
 
-// A model derived from a built-in one, for devices the C API cannot plug
-// (another vendor, another usage, a different descriptor). Models live
-// until the process ends because a pad keeps a reference to its model.
-inline const PadModel& derived_model(const std::string& base, const std::function<void(PadModel&)>& change) {
-    static auto* models = new std::list<PadModel>();
-    PadModel model = *virtual_pad::find_model(base);
-    change(model);
-    models->push_back(std::move(model));
-    return models->back();
-}
-
-// Plugs a pad of a derived model onto the bus; returns its id.
-inline velatrix_virtual_pad plug_model(const PadModel& model) {
-    return virtual_pad::VirtualBus::instance().plug(model)->id();
-}
-
-// The path the driver must give a pad: transport, vendor, product, usage
-// page, usage and location, as the host formats it.
-inline std::string expected_path(uint16_t vendor, uint16_t product, uint32_t usage_page, uint32_t usage,
-                                 uint32_t location) {
-    char path[256];
-    std::snprintf(path, sizeof path, "USB_%04x_%04x_%02x_%02x_%x", vendor, product, usage_page, usage, location);
-    return path;
-}
-
-// Empty for a pad that is not plugged in.
+// The path the driver must give a pad (empty for one that is not plugged
+// in): transport, vendor, product, usage page, usage and location.
 inline std::string expected_path(velatrix_virtual_pad pad) {
     auto plugged = virtual_pad::VirtualBus::instance().find(pad);
     if (plugged == nullptr) return {};
     const PadModel& model = plugged->model();
-    return expected_path(model.vendor_id, velatrix_virtual_product_id(pad), model.usage_page, model.usage,
-                         velatrix_virtual_location_id(pad));
+    char path[256];
+    std::snprintf(path, sizeof path, "USB_%04x_%04x_%02x_%02x_%x", model.vendor_id, velatrix_virtual_product_id(pad),
+                  model.usage_page, model.usage, velatrix_virtual_location_id(pad));
+    return path;
 }
 
 inline std::array<uint8_t, 16> md5(const uint8_t* data, std::size_t length) {
@@ -92,34 +93,6 @@ inline std::array<uint8_t, 16> md5(const uint8_t* data, std::size_t length) {
     EXPECT_EQ(EVP_Digest(data, length, digest.data(), &size, EVP_md5(), nullptr), 1);
     EXPECT_EQ(size, 16u);
     return digest;
-}
-
-// Little-endian payload building, written independently of the library's
-// own packing helpers.
-struct Payload {
-    Bytes bytes;
-    Payload& u8(uint8_t value) {
-        bytes.push_back(value);
-        return *this;
-    }
-    Payload& le16(uint16_t value) {
-        bytes.push_back(static_cast<uint8_t>(value));
-        bytes.push_back(static_cast<uint8_t>(value >> 8));
-        return *this;
-    }
-    Payload& le32(uint32_t value) {
-        for (int i = 0; i < 4; ++i) bytes.push_back(static_cast<uint8_t>(value >> (8 * i)));
-        return *this;
-    }
-};
-
-// What the pad stores for a parameter report (the bytes after the id).
-inline Bytes stored_parameter(velatrix_virtual_pad pad, uint8_t report_id) {
-    Bytes payload(256, 0);
-    int32_t length = velatrix_virtual_get_parameter(pad, report_id, payload.data(), 256);
-    if (length < 0) return {};
-    payload.resize(static_cast<std::size_t>(length));
-    return payload;
 }
 
 inline std::string last_error() { return velatrix_get_last_error(); }

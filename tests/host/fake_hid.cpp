@@ -16,30 +16,11 @@ void FakeInterfaceState::push_input(Bytes report) {
     changed.notify_all();
 }
 
-void FakeInterfaceState::unplug() {
-    std::lock_guard lock(mutex);
-    gone = true;
-    changed.notify_all();
-}
-
-bool FakeInterfaceState::wait_for_reader(std::chrono::milliseconds timeout) {
-    std::unique_lock lock(mutex);
-    return changed.wait_for(lock, timeout, [this] { return waiting > 0; });
-}
-
-bool FakeInterfaceState::wait_for_close(std::chrono::milliseconds timeout) {
-    std::unique_lock lock(mutex);
-    return changed.wait_for(lock, timeout, [this] { return closes > 0; });
-}
-
 namespace {
 
 class FakeInterface final : public host::HidInterface {
 public:
-    explicit FakeInterface(std::shared_ptr<FakeInterfaceState> state) : state_(std::move(state)) {
-        std::lock_guard lock(state_->mutex);
-        state_->closed = false;
-    }
+    explicit FakeInterface(std::shared_ptr<FakeInterfaceState> state) : state_(std::move(state)) {}
     ~FakeInterface() override { close(); }
 
     int report_descriptor(std::vector<uint8_t>& descriptor) override {
@@ -55,8 +36,7 @@ public:
         if (closed_) return {InputStatus::closed, 0};
         ++state_->waiting;
         state_->changed.notify_all();
-        state_->changed.wait_for(lock, timeout,
-                                 [this] { return closed_ || state_->gone || !state_->input.empty(); });
+        state_->changed.wait_for(lock, timeout, [this] { return closed_ || !state_->input.empty(); });
         --state_->waiting;
         state_->changed.notify_all();
         if (closed_) return {InputStatus::closed, 0};
@@ -70,7 +50,6 @@ public:
             delivering_.clear();
             return {InputStatus::delivered, 0};
         }
-        if (state_->gone) return {InputStatus::gone, ENODEV};
         return {InputStatus::timeout, 0};
     }
 
@@ -98,7 +77,6 @@ public:
         std::unique_lock lock(state_->mutex);
         if (closed_) return;
         closed_ = true;
-        state_->closed = true;
         ++state_->closes;
         state_->changed.notify_all();
         // As the contract says: a waiter has left before close returns.
@@ -185,7 +163,6 @@ host::Enumeration FakeHidLayer::enumerate() {
 
 std::unique_ptr<host::HidInterface> FakeHidLayer::open(const std::string& key, int& error) {
     std::lock_guard lock(mutex_);
-    ++opens_;
     error = open_error_;
     if (open_error_ != 0) return nullptr;
     std::size_t index = std::stoul(key);

@@ -1,7 +1,7 @@
-// A scripted HID access layer for the host driver's tests: interfaces to
-// list, what each opened interface answers, input to deliver, removal, and
-// USB changes for the hot-plug thread. Thread-safe where the driver's
-// threads meet the test's.
+// A scripted HID access layer for the host driver's failure paths, which
+// the virtual bus cannot stage: listing, opening, descriptor and transfer
+// errors, input to deliver, and USB changes for the hot-plug thread.
+// Thread-safe where the driver's threads meet the test's.
 #pragma once
 
 #include <condition_variable>
@@ -32,16 +32,9 @@ struct FakeInterfaceState {
     std::mutex mutex;
     std::condition_variable changed;
     std::deque<Bytes> input;
-    bool gone = false;
-    bool closed = false;
     int waiting = 0;  // readers inside wait_input
 
     void push_input(Bytes report);
-    void unplug();
-    // Blocks until a reader is inside wait_input (or the timeout passes).
-    bool wait_for_reader(std::chrono::milliseconds timeout);
-    // Blocks until some handle on the interface has been closed.
-    bool wait_for_close(std::chrono::milliseconds timeout);
 };
 
 class FakeHidLayer final : public host::HidAccessLayer {
@@ -54,7 +47,6 @@ public:
     // Makes watch_usb fail with this errno (0: it works).
     void set_watch_error(int error) { watch_error_ = error; }
     int enumerations() const;
-    int opens() const { return opens_; }
 
     // USB changes the watch reports, one per wait().
     void push_usb_change(host::UsbChange change);
@@ -92,7 +84,6 @@ private:
     int enumerate_error_ = 0;
     int open_error_ = 0;
     int enumerations_ = 0;
-    int opens_ = 0;
 
     std::shared_ptr<WatchState> watch_ = std::make_shared<WatchState>();
     bool watch_made_ = false;

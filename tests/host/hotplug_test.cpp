@@ -1,11 +1,11 @@
 // The hot-plug thread: start and stop, the settle-then-list dispatch, and
 // the order of added and removed callbacks.
 #include <chrono>
-#include <mutex>
 #include <thread>
 
 #include "driver_fixture.h"
 #include "support/log_capture.h"
+#include "support/recorder.h"
 #include "velatrix/input.h"
 
 namespace velatrix::testing {
@@ -19,35 +19,18 @@ struct Event {
     bool operator==(const Event&) const = default;
 };
 
-std::mutex events_mutex;
-std::vector<Event> events;
+Recorder<Event> events;
 
 int record_hotplug(uint32_t event, const char* path) {
-    std::lock_guard lock(events_mutex);
-    events.push_back(Event{event, path});
+    events.add(Event{event, path});
     return 0;
-}
-
-std::vector<Event> wait_for_events(std::size_t count, std::chrono::milliseconds timeout) {
-    auto deadline = std::chrono::steady_clock::now() + timeout;
-    for (;;) {
-        {
-            std::lock_guard lock(events_mutex);
-            if (events.size() >= count || std::chrono::steady_clock::now() >= deadline) {
-                std::vector<Event> result;
-                result.swap(events);
-                return result;
-            }
-        }
-        std::this_thread::sleep_for(10ms);
-    }
 }
 
 class HotplugTest : public ::testing::Test {
 protected:
     void SetUp() override {
         host::clear_path_snapshots();
-        wait_for_events(0, 0ms);
+        events.take(0, 0ms);
         velatrix_init();
         ASSERT_TRUE(layer_.watch_made());
         // Callbacks are registered only while the thread waits for a change,
@@ -87,7 +70,7 @@ TEST_F(HotplugTest, ThreadRunsFromInitAndEndsSoonAfterDestroy) {
     EXPECT_TRUE(layer_.watcher_ended()) << "destroy returns with the hot-plug thread joined";
     EXPECT_LT(std::chrono::steady_clock::now() - start, 1s);
     EXPECT_EQ(layer_.enumerations(), 0);  // the interrupted change listed nothing
-    EXPECT_TRUE(wait_for_events(1, 0ms).empty());
+    EXPECT_TRUE(events.take(1, 0ms).empty());
 
     // Started again, it runs again.
     velatrix_init();
@@ -117,7 +100,7 @@ TEST_F(HotplugTest, AddedPathsComeBeforeRemovedOnesAndOtherDevicesGiveNone) {
     layer_.add(first);  // index 1
     change(host::UsbChange::attached);
     const std::string first_path = host::device_path(first);
-    EXPECT_EQ(wait_for_events(2, 5s), (std::vector<Event>{{0, first_path}, {0, first_path}}));
+    EXPECT_EQ(events.take(2, 5s), (std::vector<Event>{{0, first_path}, {0, first_path}}));
 
     // One pad leaves while two arrive: both arrivals first, then the departure.
     auto second = pad_info(0x0101, 0x01200000);
@@ -128,7 +111,7 @@ TEST_F(HotplugTest, AddedPathsComeBeforeRemovedOnesAndOtherDevicesGiveNone) {
     change(host::UsbChange::detached);
     const std::string second_path = host::device_path(second);
     const std::string third_path = host::device_path(third);
-    EXPECT_EQ(wait_for_events(6, 5s), (std::vector<Event>{{0, second_path},
+    EXPECT_EQ(events.take(6, 5s), (std::vector<Event>{{0, second_path},
                                                            {0, second_path},
                                                            {0, third_path},
                                                            {0, third_path},
@@ -146,7 +129,7 @@ TEST_F(HotplugTest, AnApplicationListingInBetweenHidesTheArrival) {
     velatrix_free_device_list(head);
     change(host::UsbChange::attached);
     EXPECT_EQ(layer_.enumerations(), 2);
-    EXPECT_TRUE(wait_for_events(1, 0ms).empty());
+    EXPECT_TRUE(events.take(1, 0ms).empty());
 }
 
 
@@ -171,7 +154,7 @@ TEST(HotplugWithoutNotifications, DriverStartsListsAndStopsCleanly) {
     const auto start = std::chrono::steady_clock::now();
     velatrix_destroy();
     EXPECT_LT(std::chrono::steady_clock::now() - start, 1s);
-    EXPECT_TRUE(wait_for_events(1, 0ms).empty());
+    EXPECT_TRUE(events.take(1, 0ms).empty());
 }
 
 }  // namespace

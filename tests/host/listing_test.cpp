@@ -1,5 +1,6 @@
 // Listing pads, their path texts, the path snapshots, opening and closing.
 #include <cstring>
+#include <tuple>
 
 #include "driver_fixture.h"
 
@@ -58,9 +59,8 @@ TEST_F(ListingTest, TakesOnlyThePadVendorWithUsage0Or6InServiceOrder) {
     velatrix_device* second = head->next;
     std::snprintf(expected, sizeof expected, "USB_%04x_0100_ff00_00_1400000", host::kVendorId);
     EXPECT_STREQ(second->path, expected);
-    EXPECT_EQ(second->manufacturer, nullptr);
-    EXPECT_EQ(second->model, nullptr);
-    EXPECT_EQ(second->next, nullptr);
+    EXPECT_EQ(std::tuple(second->manufacturer, second->model, second->next),
+              std::tuple(nullptr, nullptr, nullptr));
 }
 
 TEST_F(ListingTest, NoPadsGiveANullHeadAndAServiceFailureAnError) {

@@ -31,15 +31,10 @@ TEST(Lifecycle, InitRegistersTheBuiltInDriverAndDestroyDropsTheRegistry) {
     EXPECT_EQ(velatrix_real_driver.get_device_callbacks, &velatrix_get_device_callbacks);
     EXPECT_TRUE(log.contains("Initalizing Quillmark Native library, version: 2.0.98, date: 2018-11-16 15:17:44-0500",
                              VELATRIX_LEVEL_INFO));
-    EXPECT_TRUE(log.contains("Adding driver to driver list: 'REAL'.", VELATRIX_LEVEL_INFO));
-    EXPECT_TRUE(log.contains("Attempting to initialize 1 driver(s).", VELATRIX_LEVEL_FINE));
-    EXPECT_TRUE(log.contains("Attempting to initialize driver 'REAL'.", VELATRIX_LEVEL_FINE));
-    EXPECT_TRUE(log.contains("Successfully initialized 'REAL' driver.", VELATRIX_LEVEL_INFO));
 
     log.clear();
     velatrix_init();  // a second init keeps the registry and refuses the duplicate
     EXPECT_EQ(velatrix_get_driver_count(), 1u);
-    EXPECT_TRUE(log.contains("Driver was already in driver list 'REAL'.", VELATRIX_LEVEL_INFO));
     EXPECT_EQ(log.count("Attempting to initialize driver 'REAL'.", VELATRIX_LEVEL_FINE), 1) << "init runs again";
 
     velatrix_destroy();

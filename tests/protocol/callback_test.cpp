@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "input_test_util.h"
@@ -60,21 +61,16 @@ protected:
 
 TEST_F(InputCallbacks, CalledInRegistrationOrderTwiceWhenRegisteredTwice) {
     open();
-    LogCapture log;
     velatrix_register_input_callback(device, record_call<1>);
     velatrix_register_input_callback(device, record_call<2>);
     velatrix_register_input_callback(device, record_call<1>);
-    EXPECT_EQ(logged(log, "velatrix_register_input_callback", "Successfully added input callback to list."), 3);
-    EXPECT_EQ(log.count("Successfully added input callback to list.", VELATRIX_LEVEL_INFO), 3);
     EXPECT_EQ(velatrix_list_count(device->input_callbacks), 3u);
 
     dispatch_input_report(device, kCoordinate.data(), static_cast<uint32_t>(kCoordinate.size()));
     ASSERT_EQ(callback_order(), (std::vector<int>{1, 2, 1}));
     for (const Call& call : calls) {
-        EXPECT_EQ(call.device, device);
-        EXPECT_EQ(call.type, VELATRIX_INPUT_COORDINATE);
-        EXPECT_EQ(call.record_type, VELATRIX_INPUT_COORDINATE);
-        EXPECT_EQ(call.x, 0x0539);
+        EXPECT_EQ(std::tuple(call.device, call.type, call.record_type, call.x),
+                  std::tuple(device, VELATRIX_INPUT_COORDINATE, VELATRIX_INPUT_COORDINATE, 0x0539));
         EXPECT_EQ(call.raw,
                   kCoordinate);  // the raw report as it came, longer than its minimum
     }
@@ -82,7 +78,6 @@ TEST_F(InputCallbacks, CalledInRegistrationOrderTwiceWhenRegisteredTwice) {
     // One unregister takes out the oldest registration only.
     calls.clear();
     velatrix_unregister_input_callback(device, record_call<1>);
-    EXPECT_EQ(logged(log, "velatrix_unregister_input_callback", "Successfully removed callback."), 1);
     dispatch_input_report(device, kCoordinate.data(), static_cast<uint32_t>(kCoordinate.size()));
     EXPECT_EQ(callback_order(), (std::vector<int>{2, 1}));
 
@@ -137,11 +132,9 @@ TEST_F(InputCallbacks, DriverServiceStillParsesForADeviceWithoutList) {
     EXPECT_TRUE(calls.empty());
 }
 
-TEST_F(InputCallbacks, ClosedDeviceStoresNothingYetLogsSuccess) {
-    LogCapture log;
+TEST_F(InputCallbacks, ClosedDeviceStoresNothing) {
     velatrix_register_input_callback(device, record_call<1>);
     EXPECT_EQ(device->input_callbacks, nullptr);
-    EXPECT_EQ(logged(log, "velatrix_register_input_callback", "Successfully added input callback to list."), 1);
 
     // Opening makes a new, empty list: the earlier registration is gone.
     open();
@@ -150,15 +143,10 @@ TEST_F(InputCallbacks, ClosedDeviceStoresNothingYetLogsSuccess) {
 }
 
 TEST_F(InputCallbacks, UnregisterFromAnEmptyOrMissingList) {
-    LogCapture log;
     velatrix_unregister_input_callback(device, record_call<1>);  // no list
     open();
     velatrix_unregister_input_callback(device, record_call<1>);  // empty list
-    EXPECT_EQ(logged(log, "velatrix_unregister_input_callback", "Callbacks list is empty, nothing to remove."), 2);
-    EXPECT_EQ(logged(log, "velatrix_unregister_input_callback", "Successfully removed callback."), 0);
     EXPECT_EQ(velatrix_list_count(device->input_callbacks), 0u);
-    // Both lines are INFO records.
-    EXPECT_EQ(log.count("Callbacks list is empty, nothing to remove.", VELATRIX_LEVEL_INFO), 2);
 }
 
 TEST_F(InputCallbacks, NullArgumentsAreReportedAndStoreNothing) {
@@ -189,24 +177,18 @@ void fire_hotplug(uint32_t event, const char* path) {
     }
 }
 
-TEST(HotplugCallbacks, BeforeInitNothingIsStoredYetSuccessIsLogged) {
+TEST(HotplugCallbacks, BeforeInitNothingIsStored) {
     ASSERT_EQ(velatrix_get_device_callbacks(), nullptr);
-    LogCapture log;
     velatrix_register_hotplug_callback(record_hotplug<1>);
     EXPECT_EQ(velatrix_get_device_callbacks(), nullptr);
-    EXPECT_EQ(logged(log, "velatrix_register_hotplug_callback", "Successfully added hotplug callback to list."), 1);
     velatrix_unregister_hotplug_callback(record_hotplug<1>);
-    EXPECT_EQ(logged(log, "velatrix_unregister_hotplug_callback", "Callbacks list is empty, nothing to remove."), 1);
 }
 
 TEST(HotplugCallbacks, RegisterInOrderAndUnregisterFirstFromHead) {
     velatrix_list* list = velatrix_create_list();
     velatrix_set_device_callbacks(list);
     hotplug_calls.clear();
-    LogCapture log;
-
-    velatrix_unregister_hotplug_callback(record_hotplug<1>);
-    EXPECT_EQ(logged(log, "velatrix_unregister_hotplug_callback", "Callbacks list is empty, nothing to remove."), 1);
+    velatrix_unregister_hotplug_callback(record_hotplug<1>);  // from an empty list
 
     velatrix_register_hotplug_callback(record_hotplug<1>);
     velatrix_register_hotplug_callback(record_hotplug<2>);
@@ -217,7 +199,6 @@ TEST(HotplugCallbacks, RegisterInOrderAndUnregisterFirstFromHead) {
                                         "1:0:USB_f055_0001_ff_00_1230000"}));
 
     velatrix_unregister_hotplug_callback(record_hotplug<1>);
-    EXPECT_EQ(logged(log, "velatrix_unregister_hotplug_callback", "Successfully removed callback."), 1);
     hotplug_calls.clear();
     fire_hotplug(VELATRIX_HOTPLUG_REMOVED, "p");
     EXPECT_EQ(hotplug_calls, (std::vector<std::string>{"2:1:p", "1:1:p"}));

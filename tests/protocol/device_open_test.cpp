@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <string>
+#include <tuple>
 
 #include "support/fake_driver.h"
 #include "velatrix-quillmark.h"
@@ -32,12 +33,10 @@ TEST(DeviceOpen, CachesTheDescriptionAndRegistersTheDevice) {
     velatrix_device* device = fake.make_device();
     ASSERT_EQ(velatrix_open_device(device), 1);
     EXPECT_EQ(fake.open_calls(), 1);
-    EXPECT_EQ(device->open, 1);
-    EXPECT_EQ(device->display_info.width, 320);
-    EXPECT_EQ(device->display_info.height, 240);
-    EXPECT_EQ(device->display_info.region_count, 2);
-    EXPECT_EQ(device->version.firmware_version[2], 6);
-    EXPECT_EQ(device->version.asic_signature, 0x1234);
+    EXPECT_EQ(std::tuple(device->open, device->display_info.width, device->display_info.height,
+                         device->display_info.region_count, device->version.firmware_version[2],
+                         device->version.asic_signature),
+              std::tuple(1, 320, 240, 2, 6, 0x1234));
     EXPECT_NE(device->regions, nullptr);
     EXPECT_NE(device->uuid, nullptr);
     EXPECT_EQ(device->font, &velatrix_default);
@@ -52,10 +51,8 @@ TEST(DeviceOpen, CachesTheDescriptionAndRegistersTheDevice) {
     EXPECT_EQ(fake.open_calls(), 1);
 
     EXPECT_EQ(velatrix_close_device(device), 1);
-    EXPECT_EQ(device->open, 0);
-    EXPECT_EQ(device->input_callbacks, nullptr);
-    EXPECT_EQ(device->regions, nullptr);
-    EXPECT_EQ(device->uuid, nullptr);
+    EXPECT_EQ(std::tuple(device->open, device->input_callbacks, device->regions, device->uuid),
+              std::tuple(0, nullptr, nullptr, nullptr));
     EXPECT_EQ(fake.close_calls(), 1);
     EXPECT_EQ(velatrix_list_find(velatrix_get_open_devices(), device), nullptr);
     EXPECT_STREQ(device->path, "fake_pad") << "closing does not free the record";

@@ -1,5 +1,5 @@
 // Shared pieces of the information and parameter report tests: a fake pad
-// with a log capture, wire-report builders and record checks.
+// with wire-report builders and record checks.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -10,7 +10,6 @@
 #include <utility>
 
 #include "support/fake_driver.h"
-#include "support/log_capture.h"
 #include "velatrix/error.h"
 #include "velatrix/info_reports.h"
 #include "velatrix/parameter_reports.h"
@@ -41,18 +40,9 @@ class ReportTest : public ::testing::Test {
 protected:
     void SetUp() override { velatrix_set_legacy_firmware(nullptr, 0); }
 
-    // How many records `function` logged with exactly `text` at `level`.
-    int logged(const std::string& function, const std::string& text, uint32_t level) const {
-        int found = 0;
-        for (const LoggedRecord& record : log.records()) {
-            found += record.function == function && record.text == text && record.level == level;
-        }
-        return found;
-    }
-
     // A read of report `id` fails; `read` must return the record and `print`
     // print one. Checks the zeroed record (through its print, since padding
-    // bytes do not survive a return by value) and the getter's warning.
+    // bytes do not survive a return by value).
     template <class Read, class Print>
     void expect_failed_read(uint8_t id, const char* function, Read read, Print print) {
         SCOPED_TRACE(function);
@@ -62,13 +52,11 @@ protected:
         const decltype(record) zero{};
         EXPECT_EQ(reinterpret_cast<const uint8_t*>(&record)[0], 0);
         EXPECT_EQ(capture_stdout([&] { print(&record); }), capture_stdout([&] { print(&zero); }));
-        EXPECT_EQ(logged(function, "Unable to get report: pad unplugged", VELATRIX_LEVEL_WARNING), 1);
         EXPECT_EQ(fake.gets_of(id), 1);
     }
 
     FakeDriver fake;
     velatrix_device* device = fake.make_device();
-    LogCapture log;
 };
 
 }  // namespace velatrix::testing

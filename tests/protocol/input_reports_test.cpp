@@ -2,6 +2,7 @@
 
 #include <numeric>
 #include <string>
+#include <tuple>
 
 #include "input_test_util.h"
 #include "support/fake_driver.h"
@@ -87,12 +88,9 @@ TEST(InputReportParse, CoordinateFlagsAndLittleEndianPosition) {
         SCOPED_TRACE(int(c.flags));
         InputReportPtr record = parse(device, {1, c.flags, 0x34, 0x12, 0xCD, 0xAB});
         ASSERT_NE(record, nullptr);
-        EXPECT_EQ(record->type, VELATRIX_INPUT_COORDINATE);
-        EXPECT_EQ(record->data.coordinate.tip_switch, c.tip);
-        EXPECT_EQ(record->data.coordinate.in_range, c.in_range);
-        EXPECT_EQ(record->data.coordinate.x, 0x1234);
-        EXPECT_EQ(record->data.coordinate.y, 0xABCD);
-        EXPECT_EQ(record->data.coordinate.region, 0);
+        EXPECT_EQ(std::tuple(record->type, record->data.coordinate.tip_switch, record->data.coordinate.in_range,
+                             record->data.coordinate.x, record->data.coordinate.y, record->data.coordinate.region),
+                  std::tuple(VELATRIX_INPUT_COORDINATE, c.tip, c.in_range, 0x1234, 0xABCD, 0));
     }
 }
 
@@ -101,12 +99,9 @@ TEST(InputReportParse, ExtendedCoordinateWithoutButtonsCarriesTheRawRegion) {
     velatrix_device* device = fake.make_device();
     InputReportPtr record = parse(device, {2, 0x11, 0x02, 0x01, 0x04, 0x03, 9});
     ASSERT_NE(record, nullptr);
-    EXPECT_EQ(record->type, VELATRIX_INPUT_EXTENDED_COORDINATE);
-    EXPECT_EQ(record->data.coordinate.tip_switch, 1);
-    EXPECT_EQ(record->data.coordinate.in_range, 16);
-    EXPECT_EQ(record->data.coordinate.x, 0x0102);
-    EXPECT_EQ(record->data.coordinate.y, 0x0304);
-    EXPECT_EQ(record->data.coordinate.region, 9);
+    EXPECT_EQ(std::tuple(record->type, record->data.coordinate.tip_switch, record->data.coordinate.in_range,
+                         record->data.coordinate.x, record->data.coordinate.y, record->data.coordinate.region),
+              std::tuple(VELATRIX_INPUT_EXTENDED_COORDINATE, 1, 16, 0x0102, 0x0304, 9));
     EXPECT_EQ(device->button_active, 0);
 
     // Without a device there is no region table to consult.
@@ -128,12 +123,8 @@ TEST(InputReportParse, AdcKinds) {
     EXPECT_EQ(record->type, VELATRIX_INPUT_ADC);
     EXPECT_EQ(record->data.adc.kind, 2u);
     const velatrix_input_adc_scan& s = record->data.adc.values.scan;
-    EXPECT_EQ(s.flag_a, 1);
-    EXPECT_EQ(s.flag_b, 16);
-    EXPECT_EQ(s.value1, 0x0201);
-    EXPECT_EQ(s.value2, 0x0403);
-    EXPECT_EQ(s.value3, 0x0605);
-    EXPECT_EQ(s.value4, 0x0807);
+    EXPECT_EQ(std::tuple(s.flag_a, s.flag_b, s.value1, s.value2, s.value3, s.value4),
+              std::tuple(1, 16, 0x0201, 0x0403, 0x0605, 0x0807));
 
     scan[2] = 0xEE;  // neither flag bit
     record = parse(device, scan);
@@ -146,11 +137,8 @@ TEST(InputReportParse, AdcKinds) {
     ASSERT_NE(record, nullptr);
     EXPECT_EQ(record->data.adc.kind, 3u);
     const velatrix_input_adc_channel& c = record->data.adc.values.channel;
-    EXPECT_EQ(c.channel, 0xA7);
-    EXPECT_EQ(c.value1, 0x0201);
-    EXPECT_EQ(c.value2, 0x0403);
-    EXPECT_EQ(c.value3, 0x0605);
-    EXPECT_EQ(c.value4, 0x0807);
+    EXPECT_EQ(std::tuple(c.channel, c.value1, c.value2, c.value3, c.value4),
+              std::tuple(0xA7, 0x0201, 0x0403, 0x0605, 0x0807));
 
     // Any other kind: the kind and nothing else.
     for (uint8_t kind : {0, 1, 4, 255}) {
@@ -184,10 +172,8 @@ TEST(InputReportParse, CardSwipeCopiesHeadersAndTracksByteForByte) {
     InputReportPtr record = parse(device, swipe);
     ASSERT_NE(record, nullptr);
     const velatrix_input_card_swipe& card = record->data.card_swipe;
-    EXPECT_EQ(card.header1, 0x81u);
-    EXPECT_EQ(card.header2, 0x02u);
-    EXPECT_EQ(card.header3, 0xFFu);
-    EXPECT_EQ(card.header4, 0x00u);
+    EXPECT_EQ(std::tuple(card.header1, card.header2, card.header3, card.header4),
+              std::tuple(0x81u, 0x02u, 0xFFu, 0x00u));
     EXPECT_EQ(std::string(card.track1), track1);
     EXPECT_EQ(std::string(card.track2), track2);
     EXPECT_EQ(std::string(card.track3), std::string(107, '3'));

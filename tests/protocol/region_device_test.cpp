@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <tuple>
 
 #include "region_test_util.h"
 
@@ -48,28 +49,16 @@ TEST_F(RegionDeviceTest, ButtonWithCaption) {
     const Bytes answer = contents(VELATRIX_REGION_BUTTON, {0x0F, 0x0A, 0x0B, 0x0C}, text_bytes("Sign here"));
     const velatrix_device_region region = read(answer);
     EXPECT_EQ(fake.sequence(), "G13 G152");
-    EXPECT_EQ(region.report_id, 0x98);
-    EXPECT_EQ(region.number, 4);
-    EXPECT_EQ(region.type, VELATRIX_REGION_BUTTON);
-    EXPECT_EQ(region.accept_touch, 1);
-    EXPECT_EQ(region.decode, 1);
-    EXPECT_EQ(region.has_frame, 1);
-    EXPECT_EQ(region.output_to_host, 1);
-    EXPECT_EQ(region.reserved1, 9);
-    EXPECT_EQ(Bytes(region.reserved2, region.reserved2 + 8), (Bytes{1, 2, 3, 4, 5, 6, 7, 8}));
-    EXPECT_EQ(region.x1, 0x10);
-    EXPECT_EQ(region.x2, 0x20);
-    EXPECT_EQ(region.y1, 0x30);
-    EXPECT_EQ(region.y2, 0x40);
-    EXPECT_EQ(region.foreground, 0x11223344u);
-    EXPECT_EQ(region.background, 0x55667788u);
+    EXPECT_EQ(std::tuple(region.report_id, region.number, region.type, region.accept_touch, region.decode,
+                         region.has_frame, region.output_to_host, region.reserved1,
+                         Bytes(region.reserved2, region.reserved2 + 8), region.x1, region.x2, region.y1, region.y2,
+                         region.foreground, region.background),
+              std::tuple(0x98, 4, VELATRIX_REGION_BUTTON, 1, 1, 1, 1, 9, Bytes{1, 2, 3, 4, 5, 6, 7, 8}, 0x10, 0x20,
+                         0x30, 0x40, 0x11223344u, 0x55667788u));
     const auto& button = region.data.button;
-    EXPECT_EQ(button.enable, 1);
-    EXPECT_EQ(button.highlight_on_select, 1);
-    EXPECT_EQ(button.clear_on_select, 1);
-    EXPECT_EQ(button.confirm_on_select, 1);
-    EXPECT_EQ(button.use_resource, 0);
-    EXPECT_EQ(Bytes(button.reserved, button.reserved + 3), (Bytes{0x0A, 0x0B, 0x0C}));
+    EXPECT_EQ(std::tuple(button.enable, button.highlight_on_select, button.clear_on_select, button.confirm_on_select,
+                         button.use_resource, Bytes(button.reserved, button.reserved + 3)),
+              std::tuple(1, 1, 1, 1, 0, Bytes{0x0A, 0x0B, 0x0C}));
     EXPECT_STREQ(button.caption, "Sign here");
     expect_round_trip(region, answer);
 }
@@ -77,47 +66,40 @@ TEST_F(RegionDeviceTest, ButtonWithCaption) {
 TEST_F(RegionDeviceTest, ButtonWithResources) {
     const Bytes answer = contents(VELATRIX_REGION_BUTTON, {0x11}, {7, 8});
     const velatrix_device_region region = read(answer);
-    EXPECT_EQ(region.data.button.enable, 1);
-    EXPECT_EQ(region.data.button.use_resource, 1);
-    EXPECT_EQ(region.data.button.resource_number_normal, 7);
-    EXPECT_EQ(region.data.button.resource_number_selected, 8);
-    EXPECT_EQ(region.data.button.caption[0], 0);
+    const auto& b = region.data.button;
+    EXPECT_EQ(std::tuple(b.enable, b.use_resource, b.resource_number_normal, b.resource_number_selected, b.caption[0]),
+              std::tuple(1, 1, 7, 8, 0));
     expect_round_trip(region, answer);
 }
 
 TEST_F(RegionDeviceTest, ContainerLineGraphicAndText) {
     Bytes answer = contents(VELATRIX_REGION_CONTAINER, {1, 2, 3, 4});
     velatrix_device_region region = read(answer);
-    EXPECT_EQ(region.data.container.ink_enabled, 1);
-    EXPECT_EQ(region.data.container.ink_width, 2);
-    EXPECT_EQ(region.data.container.reserved1, 3);
-    EXPECT_EQ(region.data.container.reserved2, 4);
+    const auto& container = region.data.container;
+    EXPECT_EQ(std::tuple(container.ink_enabled, container.ink_width, container.reserved1, container.reserved2),
+              std::tuple(1, 2, 3, 4));
     expect_round_trip(region, answer);
 
     answer = contents(VELATRIX_REGION_LINE, {2, 3, 0xAB, 0xCD});
     region = read(answer);
-    EXPECT_EQ(region.data.line.parent, 2);
-    EXPECT_EQ(region.data.line.width, 3);
-    EXPECT_EQ(region.data.line.reserved[0], 0xAB);
-    EXPECT_EQ(region.data.line.reserved[1], 0xCD);
+    const auto& line = region.data.line;
+    EXPECT_EQ(std::tuple(line.parent, line.width, line.reserved[0], line.reserved[1]), std::tuple(2, 3, 0xAB, 0xCD));
     expect_round_trip(region, answer);
 
     answer = contents(VELATRIX_REGION_GRAPHIC, {7, 5, 0xA3, 0xEE});
     region = read(answer);
-    EXPECT_EQ(region.data.graphic.reserved1, 7);
-    EXPECT_EQ(region.data.graphic.resource_number, 5);
-    EXPECT_EQ(region.data.graphic.horizontal_justification, 3);
-    EXPECT_EQ(region.data.graphic.vertical_justification, 10);
-    EXPECT_EQ(region.data.graphic.reserved2, 0xEE);
+    const auto& graphic = region.data.graphic;
+    EXPECT_EQ(std::tuple(graphic.reserved1, graphic.resource_number, graphic.horizontal_justification,
+                         graphic.vertical_justification, graphic.reserved2),
+              std::tuple(7, 5, 3, 10, 0xEE));
     expect_round_trip(region, answer);
 
     answer = contents(VELATRIX_REGION_TEXT, {1, 6, 2, 0x5F});
     region = read(answer);
-    EXPECT_EQ(region.data.text.reserved, 1);
-    EXPECT_EQ(region.data.text.resource_number, 6);
-    EXPECT_EQ(region.data.text.font_number, 2);
-    EXPECT_EQ(region.data.text.horizontal_justification, 15);
-    EXPECT_EQ(region.data.text.vertical_justification, 5);
+    const auto& text = region.data.text;
+    EXPECT_EQ(std::tuple(text.reserved, text.resource_number, text.font_number, text.horizontal_justification,
+                         text.vertical_justification),
+              std::tuple(1, 6, 2, 15, 5));
     expect_round_trip(region, answer);
 }
 

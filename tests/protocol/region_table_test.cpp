@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <tuple>
 
 #include "region_test_util.h"
 
@@ -52,44 +53,25 @@ TEST_F(RegionTableTest, ReadsEveryRegionOfTheTable) {
     EXPECT_EQ(fake.sequence(), "G13 G110");
     EXPECT_EQ(fake.transfers().back().length, 3u * 39 + 1);
 
-    const velatrix_device_region_info& container = regions[0];
-    EXPECT_EQ(container.number, 1);
-    EXPECT_EQ(container.type, VELATRIX_REGION_CONTAINER);
-    EXPECT_EQ(container.accept_touch, 1);
-    EXPECT_EQ(container.decode, 0);
-    EXPECT_EQ(container.visible, 1);
-    EXPECT_EQ(container.in_use, 0);
-    EXPECT_EQ(container.has_frame, 1);
-    EXPECT_EQ(container.reserved1, 0x7E);
-    EXPECT_EQ(container.reserved2, 0x12345678u);
-    EXPECT_EQ(container.x1, 10);
-    EXPECT_EQ(container.x2, 300);
-    EXPECT_EQ(container.y1, 20);
-    EXPECT_EQ(container.y2, 400);
-    EXPECT_EQ(container.foreground, 0x11223344u);
-    EXPECT_EQ(container.background, 0xAABBCCDDu);
-    EXPECT_EQ(container.data.container.ink_enable, 1);
-    EXPECT_EQ(container.data.container.ink_width, 3);
-    EXPECT_EQ(container.data.container.reserved1, 0x5A);
-    EXPECT_EQ(container.data.container.reserved2, 0xBEEF);
+    const velatrix_device_region_info& c = regions[0];
+    EXPECT_EQ(std::tuple(c.number, c.type, c.accept_touch, c.decode, c.visible, c.in_use, c.has_frame, c.reserved1,
+                         c.reserved2, c.x1, c.x2, c.y1, c.y2, c.foreground, c.background),
+              std::tuple(1, VELATRIX_REGION_CONTAINER, 1, 0, 1, 0, 1, 0x7E, 0x12345678u, 10, 300, 20, 400,
+                         0x11223344u, 0xAABBCCDDu));
+    const auto& container = c.data.container;
+    EXPECT_EQ(std::tuple(container.ink_enable, container.ink_width, container.reserved1, container.reserved2),
+              std::tuple(1, 3, 0x5A, 0xBEEF));
 
-    const velatrix_device_region_info& button = regions[1];
-    EXPECT_EQ(button.type, VELATRIX_REGION_BUTTON);
-    EXPECT_EQ(button.in_use, 1);
-    EXPECT_EQ(button.foreground, 0xFF0000FFu);
-    EXPECT_EQ(button.background, 0x0000FF80u);
-    EXPECT_EQ(button.data.button.parent, 1);
-    EXPECT_EQ(button.data.button.enable, 1);
-    EXPECT_EQ(button.data.button.highlight_on_select, 0);
-    EXPECT_EQ(button.data.button.clear_on_select, 1);
-    EXPECT_EQ(button.data.button.reserved, 0x0102);
-    EXPECT_STREQ(button.data.button.caption, "OK");
+    const velatrix_device_region_info& b = regions[1];
+    const auto& button = b.data.button;
+    EXPECT_EQ(std::tuple(b.type, b.in_use, b.foreground, b.background, button.parent, button.enable,
+                         button.highlight_on_select, button.clear_on_select, button.reserved,
+                         std::string(button.caption)),
+              std::tuple(VELATRIX_REGION_BUTTON, 1, 0xFF0000FFu, 0x0000FF80u, 1, 1, 0, 1, 0x0102, std::string("OK")));
 
-    const velatrix_device_region_info& line = regions[2];
-    EXPECT_EQ(line.type, VELATRIX_REGION_LINE);
-    EXPECT_EQ(line.data.line.parent, 1);
-    EXPECT_EQ(line.data.line.width, 4);
-    EXPECT_EQ(line.data.line.reserved, 0xFFFF);
+    const velatrix_device_region_info& l = regions[2];
+    EXPECT_EQ(std::tuple(l.type, l.data.line.parent, l.data.line.width, l.data.line.reserved),
+              std::tuple(VELATRIX_REGION_LINE, 1, 4, 0xFFFF));
     velatrix_free_regions(regions);
 }
 

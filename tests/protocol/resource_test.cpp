@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <numeric>
+#include <tuple>
 
 #include "region_test_util.h"
 
@@ -46,11 +47,9 @@ TEST_F(ResourceTest, ReadsAChunk) {
     EXPECT_EQ(velatrix_get_resource(device, chunk.get()), chunk.get());
     EXPECT_EQ(fake.sequence(), "G142");
     EXPECT_EQ(fake.transfers().back().length, 1045u);
-    EXPECT_EQ(chunk->report_id, 0x8E);
-    EXPECT_EQ(chunk->resource_number, 4);
-    EXPECT_EQ(chunk->resource_type, VELATRIX_RESOURCE_GRAPHIC);
-    EXPECT_EQ(chunk->reserved1[0], 0x0A);
-    EXPECT_EQ(chunk->reserved1[1], 0x0B);
+    EXPECT_EQ(std::tuple(chunk->report_id, chunk->resource_number, chunk->resource_type, chunk->reserved1[0],
+                         chunk->reserved1[1]),
+              std::tuple(0x8E, 4, VELATRIX_RESOURCE_GRAPHIC, 0x0A, 0x0B));
     // 32-bit sizes widen without a sign.
     EXPECT_EQ(chunk->resource_size, 0xFFFFFFF0u);
     EXPECT_EQ(chunk->reserved2, 0x80000001u);
@@ -142,20 +141,16 @@ TEST_F(ResourceTest, InfoAvailabilityIndexAndDelete) {
     fake.answer(0x8D, {0x8D, 3, 1, 0x77, 0x10, 0x27, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF, 1, 2, 3, 4, 5, 6, 7, 8});
     velatrix_hid_feature_resource_info info;
     EXPECT_EQ(velatrix_get_resource_info(device, &info), &info);
-    EXPECT_EQ(info.report_id, 0x8D);
-    EXPECT_EQ(info.resource_number, 3);
-    EXPECT_EQ(info.resource_type, VELATRIX_RESOURCE_GRAPHIC);
-    EXPECT_EQ(info.unknown1, 0x77);
-    EXPECT_EQ(info.resource_size, 10000u);
-    EXPECT_EQ(info.unknown2, 0xFFFFFFFFu);
+    EXPECT_EQ(std::tuple(info.report_id, info.resource_number, info.resource_type, info.unknown1, info.resource_size,
+                         info.unknown2),
+              std::tuple(0x8D, 3, VELATRIX_RESOURCE_GRAPHIC, 0x77, 10000u, 0xFFFFFFFFu));
     EXPECT_EQ(Bytes(info.reserved, info.reserved + 8), (Bytes{1, 2, 3, 4, 5, 6, 7, 8}));
 
     fake.answer(0x90, {0x90, 5, 0x78, 0x56, 0x34, 0x12, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12});
     velatrix_hid_feature_resource_availability availability;
     EXPECT_EQ(velatrix_get_resource_availability(device, &availability), &availability);
-    EXPECT_EQ(availability.report_id, 0x90);
-    EXPECT_EQ(availability.unknown1, 5);
-    EXPECT_EQ(availability.unknown2, 0x12345678u);
+    EXPECT_EQ(std::tuple(availability.report_id, availability.unknown1, availability.unknown2),
+              std::tuple(0x90, 5, 0x12345678u));
     for (uint32_t i = 0; i < 12; ++i) EXPECT_EQ(availability.list[i], i + 1);
 
     fake.answer(0x8C, {0x8C, 12});

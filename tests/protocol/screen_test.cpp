@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <tuple>
 
 #include "region_test_util.h"
 
@@ -24,13 +25,11 @@ TEST_F(ScreenTest, ReadsAScreen) {
 
     fake.answer(0xA2, answer);
     velatrix_get_screen(&screen, device);
-    EXPECT_EQ(screen.report_id, 0xA2);
-    EXPECT_EQ(screen.screen_number, 3);
-    EXPECT_EQ(screen.reset_timeout_on_activity, 1);
+    EXPECT_EQ(std::tuple(screen.report_id, screen.screen_number, screen.reset_timeout_on_activity),
+              std::tuple(0xA2, 3, 1));
     EXPECT_EQ(Bytes(screen.reserved, screen.reserved + 14), (Bytes{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14}));
-    EXPECT_EQ(screen.timeout, 30);
-    EXPECT_EQ(screen.timeout_next_screen, 2);
-    EXPECT_EQ(screen.region_count, 3);
+    EXPECT_EQ(std::tuple(screen.timeout, screen.timeout_next_screen, screen.region_count),
+              std::tuple(30, 2, 3));
     // Only region_count entries are taken; the rest of each list stays zero.
     EXPECT_EQ(Bytes(screen.region_indexes, screen.region_indexes + 5), (Bytes{5, 6, 7, 0, 0}));
     EXPECT_EQ(Bytes(screen.screen_next_list, screen.screen_next_list + 5), (Bytes{1, 1, 4, 0, 0}));

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <numeric>
+#include <tuple>
 
 #include "virtual_wire.h"
 
@@ -33,27 +34,6 @@ protected:
 
 INSTANTIATE_TEST_SUITE_P(Models, VirtualScreens, ::testing::ValuesIn(models_where(has_screens)), model_name);
 
-TEST_P(VirtualScreens, ScreensReadBackAsWrittenWithThirtyEntriesOnTheWire) {
-    Bytes first = screen(1);
-    EXPECT_EQ(first[1], 1);
-    EXPECT_EQ(first[19], 4);
-    EXPECT_EQ(Bytes(first.begin() + 20, first.begin() + 24), (Bytes{1, 2, 3, 4}));
-    EXPECT_EQ(Bytes(first.begin() + 50, first.begin() + 54), (Bytes{0, 0, 2, 1}));
-
-    Bytes written = report(162, 80, {5, 0x10});
-    for (uint8_t i = 0; i < 14; ++i) written[3 + i] = static_cast<uint8_t>(0xA0 + i);
-    written[17] = 30;
-    written[18] = 2;
-    written[19] = 35;  // more than the thirty entries that travel
-    for (uint8_t i = 0; i < 30; ++i) {
-        written[20 + i] = static_cast<uint8_t>(i + 1);
-        written[50 + i] = static_cast<uint8_t>(100 + i);
-    }
-    ASSERT_TRUE(pad.set_feature(written));
-    EXPECT_EQ(screen(5), written);
-    EXPECT_EQ(screen(6), report(162, 80, {6})) << "an absent screen reads empty";
-}
-
 TEST_P(VirtualScreens, EditScreenAddsRemovesAndSetsTheTimeout) {
     ASSERT_TRUE(edit(0x01, 2, 7, 3));
     ASSERT_TRUE(edit(0x01, 1, 3, 9)) << "existing region: only its next screen changes";
@@ -62,13 +42,11 @@ TEST_P(VirtualScreens, EditScreenAddsRemovesAndSetsTheTimeout) {
     const Screen* first = pad.screens().find(1);
     ASSERT_EQ(first->region_count, 3);
     EXPECT_EQ((std::array{first->regions[0], first->regions[1], first->regions[2]}), (std::array<uint8_t, 3>{1, 3, 4}));
-    EXPECT_EQ(first->next_screens[1], 9);
-    EXPECT_EQ(first->timeout, 20);
-    EXPECT_EQ(first->timeout_next_screen, 3);
+    EXPECT_EQ(std::tuple(first->next_screens[1], first->timeout, first->timeout_next_screen),
+              std::tuple(9, 20, 3));
     const Screen* second = pad.screens().find(2);
-    EXPECT_EQ(second->region_count, 1);
-    EXPECT_EQ(second->regions[0], 7);
-    EXPECT_EQ(second->next_screens[0], 3);
+    EXPECT_EQ(std::tuple(second->region_count, second->regions[0], second->next_screens[0]),
+              std::tuple(1, 7, 3));
 
     EXPECT_FALSE(edit(0x01, 9, 1, 1));
     EXPECT_EQ(pad.state().error_text, "Screen 9 does not exist");
@@ -150,15 +128,10 @@ TEST_P(VirtualScreens, ResourcesArriveInChunksAndAreReadBackInChunks) {
 
     ASSERT_TRUE(pad.set_feature(report(140, 2, {5})));
     EXPECT_EQ(get(pad, 140, 2), (Bytes{140, 5}));
+    // The chunks' contents are the round trip's (tests/host); after the last
+    // one the read starts over.
     Bytes first = get(pad, 142, 1045);
-    EXPECT_EQ(Bytes(first.begin(), first.begin() + 3), (Bytes{142, 5, 1}));
-    EXPECT_EQ(Bytes(first.begin() + 5, first.begin() + 9), (Bytes{0x01, 0x04, 0, 0}));
-    EXPECT_EQ(le16(first, 19), 1024);
-    EXPECT_EQ(Bytes(first.begin() + 21, first.end()), Bytes(graphic.begin(), graphic.begin() + 1024));
-    Bytes second = get(pad, 142, 1045);
-    EXPECT_EQ(le16(second, 19), 1);
-    EXPECT_EQ(second[21], graphic[1024]);
-    EXPECT_EQ(second[22], 0);
+    EXPECT_EQ(le16(get(pad, 142, 1045), 19), 1);
     EXPECT_EQ(get(pad, 142, 1045), first) << "the read starts over";
 
     Bytes info = get(pad, 141, 20);

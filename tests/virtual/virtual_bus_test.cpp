@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <future>
 #include <thread>
+#include <tuple>
 
 #include "virtual/virtual_hid_layer.h"
 #include "virtual_wire.h"
@@ -57,10 +58,9 @@ TEST_F(VirtualBusTest, EnumerationDescribesEachPadAsTheHostSeesIt) {
     ASSERT_NE(mono_info, nullptr);
     ASSERT_NE(colour_info, nullptr);
     EXPECT_EQ(mono_info->transport, "USB");
-    EXPECT_EQ(mono_info->vendor_id, static_cast<uint16_t>(VELATRIX_VENDOR_ID_VALUE));
-    EXPECT_EQ(mono_info->product_id, 0x0A20);
-    EXPECT_EQ(mono_info->primary_usage_page, 0xFF00u);
-    EXPECT_EQ(mono_info->primary_usage, 6u);
+    EXPECT_EQ(std::tuple(mono_info->vendor_id, mono_info->product_id, mono_info->primary_usage_page,
+                         mono_info->primary_usage),
+              std::tuple(static_cast<uint16_t>(VELATRIX_VENDOR_ID_VALUE), 0x0A20, 0xFF00u, 6u));
     EXPECT_EQ(colour_info->primary_usage, 0u);
     EXPECT_EQ(mono_info->manufacturer, "Velatrix");
     EXPECT_EQ(colour_info->product, "Quillmark C800");

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 #include "host/linux/hid_identity.h"
 
@@ -40,7 +41,7 @@ const Bytes kPenDigitizer = {
 const Bytes kVendor = {0x06, 0x00, 0xFF, 0x09, 0x06, 0xA1, 0x01, 0x85, 0x0D, 0x09, 0x0D,
                        0x75, 0x08, 0x95, 0x48, 0xB1, 0x02, 0xC0};
 
-TEST(PrimaryUsage, CommonDevices) {
+TEST(PrimaryUsage, CommonDevicesAndCutOffLongAndExtendedItems) {
     struct Case {
         const char* name;
         Bytes descriptor;
@@ -52,21 +53,7 @@ TEST(PrimaryUsage, CommonDevices) {
         {"pen digitizer", kPenDigitizer, 0x0D, 0x02},
         {"vendor", kVendor, 0xFF00, 0x06},
         {"empty", {}, 0, 0},
-    };
-    for (const Case& c : cases) {
-        PrimaryUsage usage = primary_usage(c.descriptor);
-        EXPECT_EQ(usage.usage_page, c.page) << c.name;
-        EXPECT_EQ(usage.usage, c.usage) << c.name;
-    }
-}
-
-TEST(PrimaryUsage, CutOffLongAndExtendedItems) {
-    struct Case {
-        const char* name;
-        Bytes descriptor;
-        uint32_t page;
-        uint32_t usage;
-    } cases[] = {
+        // Cut-off, long and extended items.
         {"page item without data", {0x05}, 0, 0},
         {"two-byte page cut after one", {0x06, 0x00}, 0, 0},
         {"usage cut off", {0x05, 0x01, 0x0A, 0x02}, 0x01, 0},
@@ -89,14 +76,12 @@ TEST(PrimaryUsage, CutOffLongAndExtendedItems) {
 TEST(HidIdentity, HidIdTexts) {
     auto usb = parse_hid_id("0003:0000046D:0000C52B");
     ASSERT_TRUE(usb);
-    EXPECT_EQ(usb->bus, 3u);
-    EXPECT_EQ(usb->vendor_id, 0x046D);
-    EXPECT_EQ(usb->product_id, 0xC52B);
+    EXPECT_EQ(std::tuple(usb->bus, usb->vendor_id, usb->product_id),
+              std::tuple(3u, 0x046D, 0xC52B));
     auto wide = parse_hid_id("0018:1234ABCD:00000001");
     ASSERT_TRUE(wide);
-    EXPECT_EQ(wide->bus, 0x18u);
-    EXPECT_EQ(wide->vendor_id, 0xABCD);  // the low 16 bits
-    EXPECT_EQ(wide->product_id, 1);
+    EXPECT_EQ(std::tuple(wide->bus, wide->vendor_id, wide->product_id), std::tuple(0x18u, 0xABCD, 1))
+        << "the vendor's low 16 bits";
     for (const char* bad : {"", "0003", "0003:0000046D", "0003:0000046D:0000C52B:", "zz:1:2", "0003::1",
                             "0003:0000046D:12345678A", "-3:1:2"}) {
         EXPECT_FALSE(parse_hid_id(bad)) << bad;
@@ -135,11 +120,9 @@ TEST(HidIdentity, DescribesAnInterfaceFromWhatSysfsSays) {
     auto info = describe_interface(raw);
     ASSERT_TRUE(info);
     EXPECT_EQ(info->transport, "USB");
-    EXPECT_EQ(info->vendor_id, 0xF055);
-    EXPECT_EQ(info->product_id, 0x0042);
-    EXPECT_EQ(info->location_id, 0x01230000u);
-    EXPECT_EQ(info->primary_usage_page, 0xFF00u);
-    EXPECT_EQ(info->primary_usage, 6u);
+    EXPECT_EQ(std::tuple(info->vendor_id, info->product_id, info->location_id, info->primary_usage_page,
+                         info->primary_usage),
+              std::tuple(0xF055, 0x0042, 0x01230000u, 0xFF00u, 6u));
     EXPECT_EQ(info->manufacturer, "Velatrix");
     EXPECT_EQ(info->product, "Quillmark pad");
     EXPECT_EQ(info->key, "/dev/hidraw3");
