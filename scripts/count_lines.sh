@@ -1,11 +1,10 @@
 #!/usr/bin/env bash
-# Counts non-blank lines of source-like files, code against tests, per folder
-# and as ratios: the C side (src, tools, include against tests and fuzz),
-# the Java side (jni and java/src/main against java/src/test) and both together.
-# Source-like, the same on both sides: .c .cpp .h .java .sh .lua .def and
-# CMakeLists.txt. Not counted: documentation, scripts in other languages
-# (.py, .cmake), configured templates (.in, .map), the fuzz corpus and
-# descriptors (data), and the generated font data tools/fontgen/velatrix_default.txt.
+# Counts non-blank lines of committed C, C++ and Java sources, code against
+# tests, per folder and as ratios: the C side (src, tools, include against
+# tests and fuzz), the Java side (jni and java/src/main against java/src/test)
+# and both together. Generated sources (the font tables under a `generated`
+# folder) are data, not code, and are left out; so are scripts, build files,
+# documentation and the fuzz corpus.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -14,13 +13,10 @@ tests_c=(tests fuzz)
 code_java=(jni java/src/main)
 tests_java=(java/src/test)
 
-# Non-blank lines of the source-like files under one folder.
+# Non-blank lines of the sources committed under one folder.
 count() {
-  find "$1" -type f \( -name '*.c' -o -name '*.cpp' -o -name '*.h' -o -name '*.java' \
-      -o -name '*.sh' -o -name '*.lua' -o -name '*.def' -o -name CMakeLists.txt \) \
-      -not -path 'fuzz/corpus/*' -not -path 'fuzz/descriptors/*' \
-      -not -path 'tools/fontgen/velatrix_default.txt' -print0 |
-    xargs -0 -r cat | grep -c -v '^[[:space:]]*$' || true
+  git ls-files -- "$1" | grep -E '\.(c|cc|cpp|h|hpp|java)$' | grep -v -E 'generated|third_party' |
+    xargs -r cat | grep -c -v '^[[:space:]]*$' || true
 }
 
 # Sums the folders given, printing each; the total goes into the variable named first.
