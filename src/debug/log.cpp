@@ -37,6 +37,7 @@ void release(char*& text) {
 namespace {
 
 void close_trace() {
+    std::lock_guard lock(trace_mutex());
     if (traceHandle != nullptr) {
         std::fclose(traceHandle);
         traceHandle = nullptr;

@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cstdint>
 #include <cstdio>
+#include <mutex>
 
 #include "velatrix/debug.h"
 
@@ -29,6 +30,9 @@ extern const char* label;
 extern velatrix_list* handlers;
 
 inline bool is_initialised() { return initDone.load(std::memory_order_relaxed); }
+
+// Held while the trace file is opened, written or closed.
+std::mutex& trace_mutex();
 
 // Frees an owned string global and clears it.
 void release(char*& text);
