@@ -125,7 +125,7 @@ TEST_F(ReadTest, ReadThreadDeliversAndStopsSoonAfterReadDone) {
     ASSERT_NE(device, nullptr);
     velatrix_list_add(device->input_callbacks, reinterpret_cast<void*>(&record_input));
     velatrix_device_read_until_done(device);
-    ASSERT_NE(real(device)->read_thread, 0u);
+    ASSERT_TRUE(real(device)->read_thread.started());
 
     pad_->push_input({1, 0x11, 5, 0, 6, 0});
     auto deadline = std::chrono::steady_clock::now() + 5s;
@@ -141,7 +141,7 @@ TEST_F(ReadTest, ReadThreadDeliversAndStopsSoonAfterReadDone) {
     auto start = std::chrono::steady_clock::now();
     velatrix_device_read_done(device);
     EXPECT_LT(std::chrono::steady_clock::now() - start, 1500ms);
-    EXPECT_EQ(real(device)->read_thread, 0u);
+    EXPECT_FALSE(real(device)->read_thread.started());
     EXPECT_EQ(device->open, 0);
     EXPECT_EQ(pad_->closes, 1);
 
