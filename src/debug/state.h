@@ -6,7 +6,6 @@
 #include <atomic>
 #include <cstdint>
 #include <cstdio>
-#include <mutex>
 
 #include "velatrix/debug.h"
 
@@ -31,8 +30,10 @@ extern velatrix_list* handlers;
 
 inline bool is_initialised() { return initDone.load(std::memory_order_relaxed); }
 
-// Held while the trace file is opened, written or closed.
-std::mutex& trace_mutex();
+// Closes the trace file and drops its name, under the lock the trace
+// writers hold: a record on another thread then finds nothing to write to
+// and nothing to open.
+void close_trace();
 
 // Frees an owned string global and clears it.
 void release(char*& text);

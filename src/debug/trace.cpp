@@ -61,13 +61,25 @@ void write_fields(const std::array<Field, N>& fields) {
     }
 }
 
+std::mutex& trace_mutex() {
+    // Never destroyed: a thread may still trace while the process exits.
+    static auto* mutex = new std::mutex;
+    return *mutex;
+}
+
+// Set when the file could not be made; cleared with the next start-up.
+bool trace_unavailable = false;
+
 // Opens the trace file (truncating it) when none is open yet. False when
-// it cannot be made: the trace then stays off without a word.
+// it cannot be made: the trace then stays off without a word, and is not
+// tried again for every record. No name (shut down): nothing to open.
 bool open_trace_file() {
     if (traceHandle != nullptr) return true;
+    if (trace_unavailable || traceFile == nullptr) return false;
     char* path = join_path(debugPath, traceFile);
     traceHandle = open_output_file(path, "wb");
     std::free(path);
+    trace_unavailable = traceHandle == nullptr;
     return traceHandle != nullptr;
 }
 
@@ -87,10 +99,14 @@ void write_global_header() {
 
 }  // namespace
 
-std::mutex& trace_mutex() {
-    // Never destroyed: a thread may still trace while the process exits.
-    static auto* mutex = new std::mutex;
-    return *mutex;
+void close_trace() {
+    std::lock_guard lock(trace_mutex());
+    if (traceHandle != nullptr) {
+        std::fclose(traceHandle);
+        traceHandle = nullptr;
+    }
+    release(traceFile);
+    trace_unavailable = false;
 }
 
 }  // namespace velatrix::debug
