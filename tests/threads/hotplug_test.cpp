@@ -4,7 +4,7 @@
 #include <mutex>
 #include <thread>
 
-#include "driver_fixture.h"
+#include "host/driver_fixture.h"
 #include "support/log_capture.h"
 #include "velatrix/input.h"
 
