@@ -4,7 +4,6 @@
 #include "velatrix/input.h"
 
 #include "debug/log.h"
-#include "debug/state.h"
 #include "host/hid_host.h"
 #include "version.h"
 #include "virtual/virtual_hid_layer.h"
@@ -74,9 +73,6 @@ void velatrix_init(void) {
     velatrix_debug_init("quillmark");
     // The guard comes after the log exists so the entering record is kept.
     VELATRIX_TRACE_FUNCTION();
-    // The traffic trace (when switched on) starts with its file header; the
-    // built-in driver records every report it moves into it.
-    if (velatrix::debug::traceHandle == nullptr) velatrix_debug_write_trace_header();
     VELATRIX_LOG(VELATRIX_LEVEL_INFO, "Initalizing Quillmark Native library, version: %s, date: %s", kVersion,
                  kBuildDate);
     if (velatrix_driver_list == nullptr) velatrix_driver_list = velatrix_create_list();

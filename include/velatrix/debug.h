@@ -106,6 +106,10 @@ typedef struct velatrix_debug_trace_dispatch {
     velatrix_debug_trace_write_operation write;
 } velatrix_debug_trace_dispatch;
 
+/* The trace file (when the trace is on) is opened by whichever comes first:
+ * the header writer, or the first record, which then writes the 24-byte
+ * global header in front of itself. A header written before any traffic
+ * is therefore the file's only one; each further call adds another. */
 VELATRIX_API void velatrix_debug_write_trace_header(void);
 VELATRIX_API void velatrix_debug_write_trace(const uint8_t* bytes, uint32_t length, uint32_t direction);
 VELATRIX_API void velatrix_debug_trace_wrap_dispatch(velatrix_debug_trace_dispatch* dispatch);

@@ -36,13 +36,6 @@ void release(char*& text) {
 
 namespace {
 
-void close_trace() {
-    if (traceHandle != nullptr) {
-        std::fclose(traceHandle);
-        traceHandle = nullptr;
-    }
-}
-
 velatrix_debug_handler* handler_of(const velatrix_list_node* node) {
     return static_cast<velatrix_debug_handler*>(node->value);
 }
@@ -70,7 +63,6 @@ void velatrix_debug_init(const char* new_label) {
     // caller read from the environment before start-up is dropped here.
     release(debugPath);
     release(debugFile);
-    release(traceFile);
     close_trace();
     traceReadFunc = nullptr;
     traceWriteFunc = nullptr;
@@ -112,7 +104,6 @@ void velatrix_debug_destroy(void) {
     close_trace();
     release(debugPath);
     release(debugFile);
-    release(traceFile);
     initDone.store(false, std::memory_order_relaxed);
 }
 

@@ -30,6 +30,11 @@ extern velatrix_list* handlers;
 
 inline bool is_initialised() { return initDone.load(std::memory_order_relaxed); }
 
+// Closes the trace file and drops its name, under the lock the trace
+// writers hold: a record on another thread then finds nothing to write to
+// and nothing to open.
+void close_trace();
+
 // Frees an owned string global and clears it.
 void release(char*& text);
 

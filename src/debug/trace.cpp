@@ -2,11 +2,15 @@
 // dressed as a UDP datagram in made-up Ethernet and IPv4 headers so that
 // ordinary capture viewers open and dissect it. The direction shows in the
 // addresses: reads go 1.0.0.0 -> 2.0.0.0, writes 2.0.0.0 -> 1.0.0.0.
+// Start-up only decides whether there is a trace and what its file is
+// called; the file appears with its first header or record, so a process
+// without traffic leaves none behind.
 #include <sys/time.h>
 
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <mutex>
 
 #include "debug/state.h"
 
@@ -57,21 +61,29 @@ void write_fields(const std::array<Field, N>& fields) {
     }
 }
 
-}  // namespace
-}  // namespace velatrix::debug
+std::mutex& trace_mutex() {
+    // Never destroyed: a thread may still trace while the process exits.
+    static auto* mutex = new std::mutex;
+    return *mutex;
+}
 
-using namespace velatrix::debug;
+// Set when the file could not be made; cleared with the next start-up.
+bool trace_unavailable = false;
 
-extern "C" {
+// Opens the trace file (truncating it) when none is open yet. False when
+// it cannot be made: the trace then stays off without a word, and is not
+// tried again for every record. No name (shut down): nothing to open.
+bool open_trace_file() {
+    if (traceHandle != nullptr) return true;
+    if (trace_unavailable || traceFile == nullptr) return false;
+    char* path = join_path(debugPath, traceFile);
+    traceHandle = open_output_file(path, "wb");
+    std::free(path);
+    trace_unavailable = traceHandle == nullptr;
+    return traceHandle != nullptr;
+}
 
-void velatrix_debug_write_trace_header(void) {
-    if (!traceEnabled || !is_initialised()) return;
-    if (traceHandle == nullptr) {
-        char* path = join_path(debugPath, traceFile);
-        traceHandle = open_output_file(path, "wb");
-        std::free(path);
-        if (traceHandle == nullptr) return;
-    }
+void write_global_header() {
     const std::array<Field, 7> header = {{
         {&kPcapMagic, sizeof kPcapMagic},
         {&kPcapMajor, sizeof kPcapMajor},
@@ -85,8 +97,41 @@ void velatrix_debug_write_trace_header(void) {
     std::fflush(traceHandle);
 }
 
+}  // namespace
+
+void close_trace() {
+    std::lock_guard lock(trace_mutex());
+    if (traceHandle != nullptr) {
+        std::fclose(traceHandle);
+        traceHandle = nullptr;
+    }
+    release(traceFile);
+    trace_unavailable = false;
+}
+
+}  // namespace velatrix::debug
+
+using namespace velatrix::debug;
+
+extern "C" {
+
+void velatrix_debug_write_trace_header(void) {
+    if (!traceEnabled || !is_initialised()) return;
+    std::lock_guard lock(trace_mutex());
+    if (open_trace_file()) write_global_header();
+}
+
 void velatrix_debug_write_trace(const uint8_t* bytes, uint32_t length, uint32_t direction) {
-    if (!traceEnabled || traceHandle == nullptr) return;
+    if (!traceEnabled || !is_initialised()) return;
+    // Reads (on a reader thread) and writes (on the callers') are traced
+    // from different threads: one record at a time, and the first one
+    // opens the file and puts the global header in front of itself unless
+    // a caller has written the header already.
+    std::lock_guard lock(trace_mutex());
+    if (traceHandle == nullptr) {
+        if (!open_trace_file()) return;
+        write_global_header();
+    }
     if (bytes == nullptr) length = 0;
     const Endpoints& ends = direction == VELATRIX_TRACE_DIRECTION_READ ? kRead : kWritten;
 

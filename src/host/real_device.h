@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "host/hid_host.h"
+#include "platform/joinable_thread.h"
 #include "velatrix/device.h"
 #include "velatrix/threads.h"
 
@@ -65,7 +66,6 @@ struct velatrix_real_device {
     uint8_t unplugged;
     uint8_t spare;
     uint8_t input_buffer[velatrix::host::kInputBufferSize];
-    velatrix_thread read_thread;  // 0 when none
     uint8_t report_map[256];
     // Asks the read thread to end after its current read.
     std::atomic<uint8_t> read_stop;
@@ -73,7 +73,12 @@ struct velatrix_real_device {
     // a close from another thread waits for it to leave before the record's
     // lists are freed.
     std::atomic<uint8_t> reading;
-    std::atomic<pthread_t> reading_thread;
+    std::atomic<std::thread::id> reading_thread;
+    // The read-until-done thread. A close from any other thread joins it;
+    // one made by the thread itself (a removal it noticed, a callback that
+    // closes) leaves it to read_done, the next open or the record's end.
+    // Last member: it goes first, before anything it reads.
+    velatrix::platform::JoinableThread read_thread;
 };
 
 namespace velatrix::host {
@@ -83,6 +88,11 @@ inline velatrix_real_device* real(velatrix_device* device) { return reinterpret_
 // The open flag, read and cleared by different threads (a reader and a
 // closer) without a lock.
 inline bool is_open(velatrix_device* device) { return std::atomic_ref<uint8_t>(device->open).load() != 0; }
+
+// Ends the read-until-done thread, if there is one, and waits for it: the
+// stop flag, then the interface closed so that its wait ends at once. From
+// that thread itself nothing happens.
+void stop_read_thread(velatrix_real_device* record);
 
 // "%s_%04hx_%04hx_%02x_%02x_%x" of the interface, cut to 255 characters.
 std::string device_path(const HidInterfaceInfo& info);

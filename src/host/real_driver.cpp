@@ -90,12 +90,7 @@ int velatrix_real_free_device(velatrix_device* device) {
     velatrix_real_device* record = real(device);
     // A read thread still running would read a freed record: end it first
     // (unless this is that thread itself, inside an input callback).
-    if (record->read_thread != 0 && !pthread_equal(record->read_thread, pthread_self())) {
-        record->read_stop.store(1);
-        if (record->hid_device != nullptr) record->hid_device->close();
-        velatrix_thread_join(record->read_thread);
-        record->read_thread = 0;
-    }
+    stop_read_thread(record);
     std::free(device->manufacturer);
     std::free(device->model);
     std::free(device->path);

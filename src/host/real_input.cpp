@@ -30,7 +30,7 @@ void drain_pending_reports(velatrix_real_device* record) {
 class ReadingMark {
 public:
     explicit ReadingMark(velatrix_real_device* record) : record_(record) {
-        record_->reading_thread.store(pthread_self());
+        record_->reading_thread.store(std::this_thread::get_id());
         record_->reading.store(1);
     }
     ~ReadingMark() {
@@ -44,16 +44,25 @@ private:
     velatrix_real_device* record_;
 };
 
-void* read_thread_main(void* argument) {
-    auto* device = static_cast<velatrix_device*>(argument);
+void read_thread_main(velatrix_device* device) {
     velatrix_real_device* record = real(device);
     while (!record->read_stop.load() && is_open(device)) {
         if (velatrix_device_read(device) != 1) break;
     }
-    return nullptr;
 }
 
 }  // namespace
+
+namespace velatrix::host {
+
+void stop_read_thread(velatrix_real_device* record) {
+    if (!record->read_thread.started() || record->read_thread.is_current()) return;
+    record->read_stop.store(1);
+    if (record->hid_device != nullptr) record->hid_device->close();
+    record->read_thread.join();
+}
+
+}  // namespace velatrix::host
 
 extern "C" {
 
@@ -115,26 +124,26 @@ void velatrix_device_read_until_done(velatrix_device* device) {
     VELATRIX_TRACE_FUNCTION_IN(velatrix::kLogHost);
     if (device == nullptr) return;
     velatrix_real_device* record = real(device);
+    // One reader per device: a second would share the first one's queue.
+    if (record->read_thread.started()) {
+        VELATRIX_LOG_IN(velatrix::kLogHost, VELATRIX_LEVEL_INFO, "Read thread already started: device: %p",
+                        static_cast<void*>(device));
+        return;
+    }
     record->read_stop.store(0);
-    velatrix_thread thread{};
-    if (velatrix_thread_init(&thread, read_thread_main, device) != 0) return;
-    record->read_thread = thread;
+    if (!record->read_thread.start([device] { read_thread_main(device); })) return;
     VELATRIX_LOG_IN(velatrix::kLogHost, VELATRIX_LEVEL_INFO, "Successfully created read thread: device: %p, thread: %p",
-                    static_cast<void*>(device), reinterpret_cast<void*>(thread));
+                    static_cast<void*>(device), reinterpret_cast<void*>(record->read_thread.native_handle()));
 }
 
 void velatrix_device_read_done(velatrix_device* device) {
     VELATRIX_TRACE_FUNCTION_IN(velatrix::kLogHost);
     if (device == nullptr) return;
     velatrix_real_device* record = real(device);
-    if (record->read_thread == 0) return;
-    // Stop the reader before the record is closed under it: it leaves its
-    // wait at once when the interface is closed, and no two threads then
-    // touch the record at the same time.
-    record->read_stop.store(1);
-    if (record->hid_device != nullptr) record->hid_device->close();
-    velatrix_thread_join(record->read_thread);
-    record->read_thread = 0;
+    if (!record->read_thread.started()) return;
+    // Stop the reader before the record is closed under it, so that no two
+    // threads touch the record at the same time.
+    stop_read_thread(record);
     if (device->open) velatrix_close_device(device);
 }
 

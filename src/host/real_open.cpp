@@ -11,14 +11,10 @@ namespace {
 
 // Ready the private part for a freshly opened interface.
 void attach(velatrix_real_device* record, std::unique_ptr<HidInterface> interface) {
-    // A read thread left from the last opening (closed without
-    // velatrix_device_read_done) may still be leaving its last read of the
-    // old interface: let it end before that interface goes.
-    if (record->read_thread != 0 && !pthread_equal(record->read_thread, pthread_self())) {
-        record->read_stop.store(1);
-        velatrix_thread_join(record->read_thread);
-        record->read_thread = 0;
-    }
+    // A read thread left from the last opening (which it closed itself, on
+    // a removal) may still be leaving its last read of the old interface:
+    // let it end before that interface goes.
+    stop_read_thread(record);
     record->hid_device = std::move(interface);
     std::snprintf(record->run_loop_mode, sizeof record->run_loop_mode, "ZEMI_%p",
                   static_cast<void*>(record->hid_device.get()));
@@ -67,10 +63,12 @@ int velatrix_real_close_device(velatrix_device* device) {
     // is released. Closing twice is harmless.
     if (record->hid_device != nullptr) record->hid_device->close();
     // A read on another thread wakes from the closed interface; it is let
-    // out (its last callbacks included) before the caller frees the lists.
-    if (record->reading.load() != 0 && !pthread_equal(record->reading_thread.load(), pthread_self())) {
+    // out (its last callbacks included) before the caller frees the lists,
+    // and the read-until-done thread is joined.
+    if (record->reading.load() != 0 && record->reading_thread.load() != std::this_thread::get_id()) {
         record->reading.wait(1);
     }
+    stop_read_thread(record);
     record->run_loop_mode[0] = '\0';
     return 1;
 }

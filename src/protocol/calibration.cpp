@@ -28,15 +28,23 @@ constexpr ReportLayout kCalibrateLayout = layout_of<Calibrate>(
     report_id::kCalibrate, "velatrix_hid_feature_calibrate structure:\n", kCalibrateFields, nullptr,
     PrintStyle{.aligned = false});
 static_assert(layout_fits(kCalibrateLayout));
-constexpr uint8_t kStartCalibration = 0x00;
-constexpr uint8_t kCancelCalibration = 0xFF;
 
-// Sends [0x82, value] between the calibration interlock waits. The wait
+// Written, the same report is a command: one whole byte, 0x00 to start,
+// 0xFF to cancel (not a mode and a point).
+struct CalibrationCommand {
+    uint8_t value;
+};
+constexpr Field kCommandFields[] = {VELATRIX_HIDDEN_ROW(CalibrationCommand, value, u8(1))};
+constexpr ReportLayout kCommandLayout = layout_of<CalibrationCommand>(report_id::kCalibrate, nullptr, kCommandFields);
+static_assert(layout_fits(kCommandLayout));
+constexpr CalibrationCommand kStartCalibration{0x00};
+constexpr CalibrationCommand kCancelCalibration{0xFF};
+
+// Sends the command between the calibration interlock waits. The wait
 // after the send is made only when the send failed; its result is ignored.
-int send_calibration_command(velatrix_device* device, uint8_t value) {
+int send_calibration_command(velatrix_device* device, const CalibrationCommand& command) {
     if (!wait_for_interlock(device, kCalibrate.set_before.sleep, kCalibrate.set_before.mask)) return 0;
-    uint8_t buffer[kCalibrate.length] = {report_id::kCalibrate, value};
-    if (velatrix_hid_set_feature_report(device, buffer, sizeof buffer) == 1) return 1;
+    if (write_report(device, kCommandLayout, &command) == 1) return 1;
     wait_for_interlock(device, kCalibrate.set_after.sleep, kCalibrate.set_after.mask);
     return 0;
 }

@@ -1,6 +1,5 @@
 // Firmware download page by page, and simulated pen input.
 #include "velatrix/modes.h"
-#include "velatrix/transport.h"
 
 #include "debug/log.h"
 #include "protocol/report_fields.h"
@@ -8,7 +7,6 @@
 
 namespace {
 using namespace velatrix::protocol;
-constexpr uint16_t kStatusLength = report_length(report_id::kFirmwareDownloadStatus);
 
 // One page: its address, 128 bytes and their checksum. Only ever written.
 using Page = velatrix_firmware_page;
@@ -19,6 +17,15 @@ constexpr Field kPageFields[] = {
 };
 constexpr ReportLayout kPageLayout = layout_of<Page>(report_id::kFirmware, nullptr, kPageFields);
 static_assert(layout_fits(kPageLayout));
+
+// The download status: only its low 16 bits travel.
+struct DownloadStatus {
+    uint32_t status;
+};
+constexpr Field kStatusFields[] = {VELATRIX_HIDDEN_ROW(DownloadStatus, status, u16(1))};
+constexpr ReportLayout kStatusLayout =
+    layout_of<DownloadStatus>(report_id::kFirmwareDownloadStatus, nullptr, kStatusFields);
+static_assert(layout_fits(kStatusLayout));
 
 // A pen sample the pad takes as its own: sub-command 0x64, the pen's
 // identifier, the in-range bit always set with the tip switch beside it,
@@ -45,9 +52,8 @@ int velatrix_set_firmware(velatrix_device* device, velatrix_firmware_page page) 
 
 int velatrix_set_firmware_download_status(velatrix_device* device, uint32_t status) {
     VELATRIX_TRACE_FUNCTION();
-    uint8_t buffer[kStatusLength] = {report_id::kFirmwareDownloadStatus};
-    put2(buffer, 1, static_cast<int32_t>(status & 0xFFFF));
-    return velatrix_hid_set_feature_report(device, buffer, sizeof buffer) == 1 ? 1 : 0;
+    const DownloadStatus record{status};
+    return write_report(device, kStatusLayout, &record);
 }
 
 int velatrix_simulate_pen_input(velatrix_device* device, const velatrix_pen_simulation* pen) {

@@ -1,6 +1,7 @@
 #include "protocol/input_dispatch.h"
 
 #include <cstring>
+#include <vector>
 
 #include "debug/log.h"
 #include "velatrix/host.h"
@@ -51,18 +52,22 @@ void velatrix_get_driver_input_report(velatrix_device* device, const uint8_t* bu
 void velatrix_handle_device_unplug(const char* path) {
     VELATRIX_TRACE_FUNCTION();
     if (path == nullptr) return;
-    velatrix_list* open_devices = velatrix_get_open_devices();
-    if (open_devices == nullptr) return;
-    velatrix_list_node* node = open_devices->head;
-    while (node != nullptr) {
-        // The hook may close the device, which takes it off this list.
-        velatrix_list_node* next = node->next;
-        auto* device = static_cast<velatrix_device*>(node->value);
-        if (device != nullptr && device->path != nullptr && std::strcmp(device->path, path) == 0) {
-            velatrix_device_notify_close(device);
+    // The matches are collected under the registry's lock (a record on the
+    // list is alive while the lock is held) and told after it is released:
+    // the hook may close the device, which takes the same lock. The hook
+    // only names the event; it never reads the record it is given.
+    std::vector<velatrix_device*> unplugged;
+    velatrix_lock_open_devices();
+    if (const velatrix_list* open_devices = velatrix_get_open_devices(); open_devices != nullptr) {
+        for (const velatrix_list_node* node = open_devices->head; node != nullptr; node = node->next) {
+            auto* device = static_cast<velatrix_device*>(node->value);
+            if (device != nullptr && device->path != nullptr && std::strcmp(device->path, path) == 0) {
+                unplugged.push_back(device);
+            }
         }
-        node = next;
     }
+    velatrix_unlock_open_devices();
+    for (velatrix_device* device : unplugged) velatrix_device_notify_close(device);
 }
 
 }  // extern "C"

@@ -1,7 +1,8 @@
 // Threads around a pad that is being read: the read interrupted from
 // another thread by a close or by the pad's removal, on the caller's own
-// read and on the read-until-done thread, while the pad keeps sending; and
-// a hot-plug storm beside a pad being read, with memory that stays bounded.
+// read and on the read-until-done thread, while the pad keeps sending; a
+// removal notice racing the pad's open and close; and a hot-plug storm
+// beside a pad being read, with memory that stays bounded.
 // These suites carry the "threads" label and also run under ThreadSanitizer.
 #include <condition_variable>
 #include <mutex>
@@ -105,9 +106,12 @@ TEST_P(InterruptedRead, EndsWithItsErrorWithinItsWaitAndNoCallbackAfterTheClose)
         if (how.read_thread) {
             velatrix_device_read_until_done(device);
             interrupt();
+            if (!how.unplug) {
+                EXPECT_FALSE(host::real(device)->read_thread.started()) << "the close joined the reader";
+            }
             velatrix_device_read_done(device);
             EXPECT_LT(Clock::now() - interrupted, 1500ms) << "joined within the read's wait";
-            EXPECT_EQ(host::real(device)->read_thread, 0u);
+            EXPECT_FALSE(host::real(device)->read_thread.started());
         } else {
             std::thread interrupter(interrupt);
             int result = 1;
@@ -135,6 +139,33 @@ INSTANTIATE_TEST_SUITE_P(
                       Interruption{"CloseDuringReadThread", true, false},
                       Interruption{"UnplugDuringReadThread", true, true}),
     [](const ::testing::TestParamInfo<Interruption>& info) { return std::string(info.param.name); });
+
+// A removal told while the same pad is opened and closed again and again:
+// the walk of the open devices must never meet a node a close is freeing.
+TEST_F(E2e, UnplugNoticeRacingOpenAndCloseOfThePad) {
+    const velatrix_virtual_pad pad = plug(model_names().front().c_str());
+    velatrix_device* device = open(pad);
+    ASSERT_NE(device, nullptr);
+    const std::string path = device->path;
+    std::atomic<bool> stop{false};
+    std::atomic<int> notices{0};
+    std::thread notifier([&] {
+        while (!stop.load()) {
+            velatrix_handle_device_unplug(path.c_str());
+            ++notices;
+        }
+    });
+    for (int cycle = 0; cycle < 40; ++cycle) {
+        if (cycle > 0) {
+            ASSERT_EQ(velatrix_open_device(device), 1) << last_error();
+        }
+        EXPECT_EQ(velatrix_close_device(device), 1);
+    }
+    stop = true;
+    notifier.join();
+    EXPECT_GT(notices.load(), 0);
+    EXPECT_EQ(velatrix_list_find(velatrix_get_open_devices(), device), nullptr);
+}
 
 // Hot-plug events of the storm test, and a path to wait for.
 struct HotplugWatch {

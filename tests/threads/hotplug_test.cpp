@@ -3,7 +3,7 @@
 #include <chrono>
 #include <thread>
 
-#include "driver_fixture.h"
+#include "host/driver_fixture.h"
 #include "support/log_capture.h"
 #include "support/recorder.h"
 #include "velatrix/input.h"
