@@ -164,14 +164,8 @@ TEST_F(VirtualApi, FaultsThroughTheApi) {
     velatrix_virtual_get_feature(pad, status, sizeof status);
     EXPECT_EQ(status[3], 0x00);
 
-    ASSERT_EQ(velatrix_virtual_set_busy_polls(pad, 5), 1);
+    // How many polls a command keeps the pad busy is firmware_info_test's.
     const uint8_t active[2] = {171, 2};
-    ASSERT_EQ(velatrix_virtual_set_feature(pad, active, 2), 1);
-    for (int poll = 0; poll < 6; ++poll) {
-        status[0] = 13;
-        velatrix_virtual_get_feature(pad, status, sizeof status);
-        EXPECT_EQ(status[3], poll < 5 ? 0x08 : 0x00) << poll;
-    }
 
     uint32_t before = velatrix_virtual_transfer_count(pad);
     ASSERT_EQ(velatrix_virtual_fail_transfer(pad, 1), 1);
