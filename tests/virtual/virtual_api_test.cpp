@@ -209,12 +209,28 @@ TEST_F(VirtualApi, StateInspection) {
     EXPECT_EQ(payload[0], 48);
     EXPECT_EQ(velatrix_virtual_get_parameter(pad, 11, payload, sizeof payload), -1);
 
-    // What these getters return for stored regions, screens and resources is
-    // checked by the end-to-end round trip, which reads back through them.
+    // Stored regions are read back through velatrix_virtual_get_region by the
+    // end-to-end round trip.
     velatrix_virtual_region region;
     EXPECT_EQ(velatrix_virtual_get_region(pad, 17, &region), 0);
+
     velatrix_virtual_screen screen;
+    ASSERT_EQ(velatrix_virtual_get_screen(pad, 1, &screen), 1);
+    EXPECT_EQ(std::tuple(screen.region_count, screen.next_screens[2]), std::tuple(4, 2));
     EXPECT_EQ(velatrix_virtual_get_screen(pad, 7, &screen), 0);
+    EXPECT_EQ(velatrix_virtual_get_active_screen(pad), 1);
+
+    std::vector<uint8_t> chunk(1045, 0);
+    chunk[0] = 142;
+    chunk[1] = 4;  // resource 4, a text of 3 bytes
+    chunk[5] = chunk[19] = 3;
+    chunk[21] = 'H';
+    chunk[22] = 'i';
+    ASSERT_EQ(velatrix_virtual_set_feature(pad, chunk.data(), 1045), 1);
+    uint8_t type = 99;
+    uint8_t data[8] = {};
+    EXPECT_EQ(velatrix_virtual_get_resource(pad, 4, &type, data, sizeof data), 3);
+    EXPECT_EQ(std::tuple(type, std::string(reinterpret_cast<char*>(data))), std::tuple(0, std::string("Hi")));
     EXPECT_EQ(velatrix_virtual_get_resource(pad, 5, nullptr, nullptr, 0), -1);
 
     const uint8_t commit[2] = {172, 90};
