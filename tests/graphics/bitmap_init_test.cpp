@@ -1,15 +1,12 @@
-// The bitmap record, its header bytes, the pixel layout in the buffer and the
-// file as an ordinary BMP reader sees it.
+// The bitmap record, its header bytes and the pixel layout in the buffer.
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <cstdio>
 #include <cstring>
 #include <string>
 #include <vector>
 #include <tuple>
 
-#include "bmp_reader.h"
 #include "draw_canvas.h"
 #include "velatrix/bitmap.h"
 #include "velatrix/error.h"
@@ -109,31 +106,6 @@ TEST(BitmapInit, BadArgumentsAreRefusedWithAnError) {
     EXPECT_EQ(velatrix_bitmap_init(&bitmap, buffer.data(), 100000, 100000), 0);
     EXPECT_STREQ(velatrix_get_last_error(), "Invalid bitmap size 100000 x 100000.");
     for (uint8_t b : buffer) ASSERT_EQ(b, 0x77);
-}
-
-TEST(BitmapFile, SavedBitmapReadsBackThroughAPlainBmpReader) {
-    Canvas canvas(5, 3);  // zeroed buffer: a clean file
-    velatrix_set_pixel(canvas.get(), 0, 0, 0xFF0000FFu);
-    velatrix_set_pixel(canvas.get(), 4, 0, 0x00FF00FFu);
-    velatrix_set_pixel(canvas.get(), 2, 2, 0x0000FFFFu);
-    const std::string path = ::testing::TempDir() + "velatrix_bitmap_round_trip.bmp";
-    ASSERT_TRUE(write_file(path, {canvas.bitmap.data, static_cast<size_t>(canvas.bitmap.file_size)}));
-    const BmpImage image = read_bmp_file(path);
-    std::remove(path.c_str());
-    ASSERT_TRUE(image.ok()) << image.error;
-    EXPECT_EQ(image.file_size, 102u);  // three rows of 16 bytes after the header
-    EXPECT_EQ(std::tuple(image.pixel_offset, image.info_size, image.width, image.height, image.planes,
-                         image.bits_per_pixel, image.compression, image.image_size),
-              std::tuple(54u, 40u, 5, 3, 1, 24, 0u, 48u));
-    for (int y = 0; y < 3; ++y) {
-        for (int x = 0; x < 5; ++x) {
-            uint32_t expected = 0xFFFFFFFFu;
-            if (x == 0 && y == 0) expected = 0xFF0000FFu;
-            if (x == 4 && y == 0) expected = 0x00FF00FFu;
-            if (x == 2 && y == 2) expected = 0x0000FFFFu;
-            EXPECT_EQ(image.at(x, y), expected) << x << "," << y;
-        }
-    }
 }
 
 }  // namespace

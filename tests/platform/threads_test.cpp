@@ -106,10 +106,6 @@ TEST(Ticks, FollowsTheWallClockInMilliseconds) {
     EXPECT_LT(uint32_t(expected - velatrix_get_ticks() + 50u), 100u);
 }
 
-}  // namespace
-
-namespace {
-
 TEST(Event, DestroyReleasesEveryWaiter) {
     for (int round = 0; round < 20; ++round) {
         velatrix_event event;

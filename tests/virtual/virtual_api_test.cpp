@@ -45,8 +45,6 @@ TEST_F(VirtualApi, ModelsPlugAndUnplug) {
     EXPECT_EQ(velatrix_virtual_pad_at(before + 1), colour);
     EXPECT_EQ(velatrix_virtual_pad_at(before + 2), 0);
     EXPECT_STREQ(velatrix_virtual_pad_model(colour), "color-800");
-    EXPECT_EQ(velatrix_virtual_product_id(mono), 0x0A20);
-    EXPECT_EQ(velatrix_virtual_location_id(mono) >> 24, 0x7Fu);
 
     ASSERT_EQ(velatrix_virtual_unplug(mono), 1);
     EXPECT_EQ(velatrix_virtual_is_plugged(mono), 0);
@@ -164,14 +162,8 @@ TEST_F(VirtualApi, FaultsThroughTheApi) {
     velatrix_virtual_get_feature(pad, status, sizeof status);
     EXPECT_EQ(status[3], 0x00);
 
-    ASSERT_EQ(velatrix_virtual_set_busy_polls(pad, 5), 1);
+    // How many polls a command keeps the pad busy is firmware_info_test's.
     const uint8_t active[2] = {171, 2};
-    ASSERT_EQ(velatrix_virtual_set_feature(pad, active, 2), 1);
-    for (int poll = 0; poll < 6; ++poll) {
-        status[0] = 13;
-        velatrix_virtual_get_feature(pad, status, sizeof status);
-        EXPECT_EQ(status[3], poll < 5 ? 0x08 : 0x00) << poll;
-    }
 
     uint32_t before = velatrix_virtual_transfer_count(pad);
     ASSERT_EQ(velatrix_virtual_fail_transfer(pad, 1), 1);
@@ -217,34 +209,28 @@ TEST_F(VirtualApi, StateInspection) {
     EXPECT_EQ(payload[0], 48);
     EXPECT_EQ(velatrix_virtual_get_parameter(pad, 11, payload, sizeof payload), -1);
 
+    // Stored regions are read back through velatrix_virtual_get_region by the
+    // end-to-end round trip.
     velatrix_virtual_region region;
-    ASSERT_EQ(velatrix_virtual_get_region(pad, 3, &region), 1);
-    EXPECT_EQ(std::tuple(region.type, region.in_use, region.x1, region.foreground, region.background),
-              std::tuple(1, 1, 600, 0x000000FFu, 0xFFFFFFFFu));
-    EXPECT_STREQ(region.caption, "Accept");
     EXPECT_EQ(velatrix_virtual_get_region(pad, 17, &region), 0);
 
     velatrix_virtual_screen screen;
     ASSERT_EQ(velatrix_virtual_get_screen(pad, 1, &screen), 1);
-    EXPECT_EQ(screen.region_count, 4);
-    EXPECT_EQ(screen.next_screens[2], 2);
+    EXPECT_EQ(std::tuple(screen.region_count, screen.next_screens[2]), std::tuple(4, 2));
     EXPECT_EQ(velatrix_virtual_get_screen(pad, 7, &screen), 0);
     EXPECT_EQ(velatrix_virtual_get_active_screen(pad), 1);
 
     std::vector<uint8_t> chunk(1045, 0);
     chunk[0] = 142;
-    chunk[1] = 4;
-    chunk[2] = 0;
-    chunk[5] = 3;
-    chunk[19] = 3;
+    chunk[1] = 4;  // resource 4, a text of 3 bytes
+    chunk[5] = chunk[19] = 3;
     chunk[21] = 'H';
     chunk[22] = 'i';
     ASSERT_EQ(velatrix_virtual_set_feature(pad, chunk.data(), 1045), 1);
     uint8_t type = 99;
     uint8_t data[8] = {};
     EXPECT_EQ(velatrix_virtual_get_resource(pad, 4, &type, data, sizeof data), 3);
-    EXPECT_EQ(type, 0);
-    EXPECT_STREQ(reinterpret_cast<char*>(data), "Hi");
+    EXPECT_EQ(std::tuple(type, std::string(reinterpret_cast<char*>(data))), std::tuple(0, std::string("Hi")));
     EXPECT_EQ(velatrix_virtual_get_resource(pad, 5, nullptr, nullptr, 0), -1);
 
     const uint8_t commit[2] = {172, 90};
@@ -268,8 +254,7 @@ TEST_F(VirtualApi, StateInspection) {
     uint8_t page_data[VELATRIX_VIRTUAL_FIRMWARE_PAGE_SIZE];
     uint8_t checksum = 0;
     ASSERT_EQ(velatrix_virtual_get_firmware_page(pad, 0x8000, page_data, &checksum), 1);
-    EXPECT_EQ(page_data[0], 0xAB);
-    EXPECT_EQ(checksum, 0x77);
+    EXPECT_EQ(std::tuple(page_data[0], checksum), std::tuple(0xAB, 0x77));
     EXPECT_EQ(velatrix_virtual_get_firmware_page(pad, 0x8080, page_data, &checksum), 0);
 
     const uint8_t calibrate[2] = {130, 0};

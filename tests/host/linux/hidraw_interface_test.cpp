@@ -136,12 +136,6 @@ TEST(UsbWatch, StopEndsTheWaitBeforeAndDuringIt) {
     EXPECT_EQ(watch->wait(), UsbChange::stopped);
 }
 
-}  // namespace
-}  // namespace velatrix::host::linux_hid
-
-namespace velatrix::host::linux_hid {
-namespace {
-
 // The driver over the real Linux layer: its hot-plug thread ends within a
 // second of the driver's stop, wherever its notifications come from.
 TEST(LinuxLayerDriver, HotplugThreadStopsWithTheDriver) {
@@ -157,12 +151,6 @@ TEST(LinuxLayerDriver, HotplugThreadStopsWithTheDriver) {
     EXPECT_EQ(velatrix_real_thread_running(), 0);
     set_access_layer(nullptr);
 }
-
-}  // namespace
-}  // namespace velatrix::host::linux_hid
-
-namespace velatrix::host::linux_hid {
-namespace {
 
 // Whatever this machine has: every hidraw node listed names its node, a
 // transport and ids; none is opened.
