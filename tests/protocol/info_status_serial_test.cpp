@@ -1,12 +1,12 @@
 #include <tuple>
 
-#include "info_report_test_support.h"
+#include "protocol_test.h"
 
 namespace velatrix::testing {
 namespace {
 
-using DeviceStatus = ReportTest;
-using SerialNumber = ReportTest;
+using DeviceStatus = PadTest;
+using SerialNumber = PadTest;
 
 Bytes serial_write(const std::string& text) {
     Bytes bytes = wire(27, 35, {{33, {'S', 'N'}}});
@@ -57,7 +57,8 @@ TEST_F(DeviceStatus, FailedReadIsAllClear) {
     velatrix_hid_feature_device_status status;
     std::memset(&status, 0xFF, sizeof status);
     EXPECT_EQ(velatrix_get_device_status(&status, device), &status);
-    EXPECT_TRUE(all_zero(status));
+    const auto* bytes = reinterpret_cast<const uint8_t*>(&status);
+    EXPECT_EQ(Bytes(bytes, bytes + sizeof status), Bytes(sizeof status, 0));
 }
 
 TEST_F(DeviceStatus, ClearLastErrorSendsAZeroedStatusReport) {

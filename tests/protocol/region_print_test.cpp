@@ -1,7 +1,7 @@
 // Printed form of both region generations, one record of each type.
 #include <gtest/gtest.h>
 
-#include "region_test_util.h"
+#include "protocol_test.h"
 
 namespace velatrix::testing {
 namespace {

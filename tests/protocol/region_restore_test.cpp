@@ -2,7 +2,7 @@
 // screens, by rewriting differing table regions (never region 1) on others.
 #include <gtest/gtest.h>
 
-#include "region_test_util.h"
+#include "protocol_test.h"
 
 namespace velatrix::testing {
 namespace {

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <tuple>
 
-#include "region_test_util.h"
+#include "protocol_test.h"
 
 namespace velatrix::testing {
 namespace {

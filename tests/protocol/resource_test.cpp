@@ -5,7 +5,7 @@
 #include <numeric>
 #include <tuple>
 
-#include "region_test_util.h"
+#include "protocol_test.h"
 
 namespace velatrix::testing {
 namespace {
@@ -38,7 +38,7 @@ Bytes chunk_header(uint8_t number, uint8_t type, uint32_t size, uint16_t chunk_l
 }
 
 TEST_F(ResourceTest, ReadsAChunk) {
-    Bytes answer = report(0x8E, 1045,
+    Bytes answer = wire(0x8E, 1045,
                           {{1, {4, 1, 0x0A, 0x0B, 0xF0, 0xFF, 0xFF, 0xFF, 0x01, 0, 0, 0x80, 1, 2, 3, 4, 5, 6, 0x00,
                                 0x04}}});
     for (size_t i = 21; i < answer.size(); ++i) answer[i] = static_cast<uint8_t>(i);
@@ -83,7 +83,7 @@ TEST_F(ResourceTest, WritesAChunk) {
     fake.busy_for(2, 8);  // resource writes wait on bits 2 and 3
     ASSERT_EQ(velatrix_set_resource(device, chunk.get()), 1);
     EXPECT_EQ(fake.sequence(), "G13 G13 G13 S142");
-    Bytes expected = report(0x8E, 1045, {{1, {9, 0, 0, 0x77, 0x34, 0x12}}, {18, {0x66, 3, 0, 'h', 'i'}}});
+    Bytes expected = wire(0x8E, 1045, {{1, {9, 0, 0, 0x77, 0x34, 0x12}}, {18, {0x66, 3, 0, 'h', 'i'}}});
     expected[1044] = 0x55;
     EXPECT_EQ(fake.sets(0x8E), (std::vector<Bytes>{expected}));
 }

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <tuple>
 
-#include "region_test_util.h"
+#include "protocol_test.h"
 
 namespace velatrix::testing {
 namespace {
@@ -13,7 +13,7 @@ namespace {
 class ScreenTest : public PadTest {};
 
 TEST_F(ScreenTest, ReadsAScreen) {
-    Bytes answer = report(0xA2, 80,
+    Bytes answer = wire(0xA2, 80,
                           {{1, {3, 0x11, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 30, 2, 3}},
                            {20, {5, 6, 7, 99}},
                            {50, {1, 1, 4, 99}}});
