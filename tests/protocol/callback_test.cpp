@@ -71,8 +71,7 @@ TEST_F(InputCallbacks, CalledInRegistrationOrderTwiceWhenRegisteredTwice) {
     for (const Call& call : calls) {
         EXPECT_EQ(std::tuple(call.device, call.type, call.record_type, call.x),
                   std::tuple(device, VELATRIX_INPUT_COORDINATE, VELATRIX_INPUT_COORDINATE, 0x0539));
-        EXPECT_EQ(call.raw,
-                  kCoordinate);  // the raw report as it came, longer than its minimum
+        EXPECT_EQ(call.raw, kCoordinate);  // the raw report as it came, longer than its minimum
     }
 
     // One unregister takes out the oldest registration only.
@@ -89,7 +88,7 @@ TEST_F(InputCallbacks, CalledInRegistrationOrderTwiceWhenRegisteredTwice) {
     EXPECT_EQ(velatrix_list_count(device->input_callbacks), 2u);
 }
 
-TEST_F(InputCallbacks, ButtonEventsReachCallbacksWithTheirOwnType) {
+TEST_F(InputCallbacks, ButtonEventsKeepTheirTypeAndUnparsableReportsReachNoCallback) {
     open();
     RegionTable table(device, {VELATRIX_REGION_BUTTON});
     velatrix_register_input_callback(device, record_call<1>);
@@ -98,11 +97,8 @@ TEST_F(InputCallbacks, ButtonEventsReachCallbacksWithTheirOwnType) {
     ASSERT_EQ(calls.size(), 1u);
     EXPECT_EQ(calls[0].type, VELATRIX_INPUT_BUTTON_DOWN);
     EXPECT_EQ(calls[0].raw, down);
-}
 
-TEST_F(InputCallbacks, ReportThatFailsToParseReachesNoCallback) {
-    open();
-    velatrix_register_input_callback(device, record_call<1>);
+    calls.clear();
     const std::vector<uint8_t> short_report = {1, 0x11, 0, 0, 0};
     const std::vector<uint8_t> unknown = {99, 0, 0, 0, 0, 0, 0, 0};
     dispatch_input_report(device, short_report.data(), static_cast<uint32_t>(short_report.size()));
@@ -113,40 +109,28 @@ TEST_F(InputCallbacks, ReportThatFailsToParseReachesNoCallback) {
     EXPECT_TRUE(calls.empty());
 }
 
-TEST_F(InputCallbacks, DriverServiceDispatchesLikeTheRead) {
+TEST_F(InputCallbacks, DriverServiceDispatchesLikeTheReadAndParsesForAClosedDevice) {
+    // A closed device has no list: registering stores nothing, unregistering
+    // is harmless, and the report is still parsed (the button state moves on).
+    RegionTable table(device, {VELATRIX_REGION_BUTTON});
+    velatrix_register_input_callback(device, record_call<1>);
+    velatrix_unregister_input_callback(device, record_call<1>);
+    EXPECT_EQ(device->input_callbacks, nullptr);
+    const std::vector<uint8_t> down = extended(true, 1, 1, 1);
+    velatrix_get_driver_input_report(device, down.data(), static_cast<uint32_t>(down.size()));
+    EXPECT_EQ(device->button_active, 1);
+    EXPECT_TRUE(calls.empty());
+
+    // Opening makes a new, empty list: the earlier registration is gone.
     open();
+    velatrix_unregister_input_callback(device, record_call<1>);  // empty list
+    velatrix_get_driver_input_report(device, kCoordinate.data(), static_cast<uint32_t>(kCoordinate.size()));
+    EXPECT_TRUE(calls.empty());
     velatrix_register_input_callback(device, record_call<1>);
     velatrix_register_input_callback(device, record_call<2>);
     velatrix_get_driver_input_report(device, kCoordinate.data(), static_cast<uint32_t>(kCoordinate.size()));
     EXPECT_EQ(callback_order(), (std::vector<int>{1, 2}));
     EXPECT_EQ(calls[0].raw, kCoordinate);
-}
-
-TEST_F(InputCallbacks, DriverServiceStillParsesForADeviceWithoutList) {
-    // A closed device has no list: the report is parsed (button state moves
-    // on) and no callback runs.
-    RegionTable table(device, {VELATRIX_REGION_BUTTON});
-    const std::vector<uint8_t> down = extended(true, 1, 1, 1);
-    velatrix_get_driver_input_report(device, down.data(), static_cast<uint32_t>(down.size()));
-    EXPECT_EQ(device->button_active, 1);
-    EXPECT_TRUE(calls.empty());
-}
-
-TEST_F(InputCallbacks, ClosedDeviceStoresNothing) {
-    velatrix_register_input_callback(device, record_call<1>);
-    EXPECT_EQ(device->input_callbacks, nullptr);
-
-    // Opening makes a new, empty list: the earlier registration is gone.
-    open();
-    dispatch_input_report(device, kCoordinate.data(), static_cast<uint32_t>(kCoordinate.size()));
-    EXPECT_TRUE(calls.empty());
-}
-
-TEST_F(InputCallbacks, UnregisterFromAnEmptyOrMissingList) {
-    velatrix_unregister_input_callback(device, record_call<1>);  // no list
-    open();
-    velatrix_unregister_input_callback(device, record_call<1>);  // empty list
-    EXPECT_EQ(velatrix_list_count(device->input_callbacks), 0u);
 }
 
 TEST_F(InputCallbacks, NullArgumentsAreReportedAndStoreNothing) {
