@@ -61,10 +61,28 @@ struct Family {
 
 inline void PrintTo(const Family& family, std::ostream* out) { *out << family.name; }
 
-// A getter of a record whose report id is 0 after a failed read.
+// A getter of a record whose report id is 0 after a failed read, by value
+// or into the caller's record.
 template <typename Get>
 inline std::function<bool(velatrix_device*)> record_getter(Get get) {
     return [get](velatrix_device* device) { return get(device).report_id != 0; };
+}
+template <typename Record>
+inline std::function<bool(velatrix_device*)> ref_getter(void (*get)(velatrix_device*, Record*)) {
+    return [get](velatrix_device* device) {
+        auto record = std::make_unique<Record>();  // some are too large for the stack
+        get(device, record.get());
+        return record->report_id != 0;
+    };
+}
+// A getter of an allocated array or identifier: null after a failure.
+template <typename Get, typename Free>
+inline std::function<bool(velatrix_device*)> allocating(Get get, Free free) {
+    return [get, free](velatrix_device* device) {
+        auto* got = get(device);
+        free(got);
+        return got != nullptr;
+    };
 }
 
 inline velatrix_device_region_info table_region(uint8_t number) {
@@ -116,12 +134,7 @@ inline const std::vector<Family>& families() {
         {"open", false, Kind::open, [](D d) { return velatrix_open_device(d) == 1; }},
         // Information reports.
         {"capabilities", false, fails, record_getter(velatrix_get_capabilities)},
-        {"device_status", false, Kind::status_result,
-         [](D d) {
-             velatrix_hid_feature_device_status status{};
-             velatrix_get_device_status_ref(d, &status);
-             return status.report_id != 0;
-         }},
+        {"device_status", false, Kind::status_result, ref_getter(velatrix_get_device_status_ref)},
         {"clear_last_error", false, fails, [](D d) { return velatrix_clear_last_error(d) == 1; }},
         {"device_configure", false, fails, record_getter(velatrix_get_device_configure)},
         {"contact_count_maximum", false, fails, record_getter(velatrix_get_contact_count_maximum)},
@@ -132,12 +145,7 @@ inline const std::vector<Family>& families() {
         {"serial_number", false, fails, record_getter(velatrix_get_serial_number)},
         {"operating_modes", false, fails, record_getter(velatrix_get_operating_modes)},
         {"display_info", false, fails, record_getter(velatrix_get_display_info)},
-        {"uuid", false, fails,
-         [](D d) {
-             uint8_t* uuid = velatrix_get_device_uuid(d);
-             velatrix_free_device_uuid(uuid);
-             return uuid != nullptr;
-         }},
+        {"uuid", false, fails, allocating(velatrix_get_device_uuid, velatrix_free_device_uuid)},
         // Parameter reports.
         {"display_settings", false, fails, record_getter(velatrix_get_display_settings)},
         {"general_parameters", false, fails, record_getter(velatrix_get_general_parameters)},
@@ -149,46 +157,25 @@ inline const std::vector<Family>& families() {
         {"calibration_data", false, fails, record_getter(velatrix_get_calibration_data)},
         {"set_serial_number", false, fails, [](D d) { return velatrix_set_serial_number(d, "SN-1", 4) == 1; },
          {"s10#2"}},
-        {"set_device_configure", false, fails,
-         [](D d) { return velatrix_set_device_configure(d, velatrix_hid_feature_device_configure{15, 1, 2}) == 1; }},
+        {"set_device_configure", false, fails, [](D d) { return velatrix_set_device_configure(d, {15, 1, 2}) == 1; }},
         {"set_frequency_amplitude", false, fails,
-         [](D d) { return velatrix_set_frequency_amplitude(d, velatrix_hid_feature_frequency_amplitude{20, 1, 2, 3}) == 1; }},
-        {"set_power_state", false, fails,
-         [](D d) { return velatrix_set_power_state(d, velatrix_hid_feature_power_state{2, 1}) == 1; }},
+         [](D d) { return velatrix_set_frequency_amplitude(d, {20, 1, 2, 3}) == 1; }},
+        {"set_power_state", false, fails, [](D d) { return velatrix_set_power_state(d, {2, 1}) == 1; }},
         {"set_startup_mode", false, fails, [](D d) { return velatrix_set_startup_mode(d, 1) == 1; }},
         {"set_display_settings", false, fails,
-         [](D d) { return velatrix_set_display_settings(d, velatrix_hid_feature_display_settings{102, 50, 50, 1, 2, 3, 0}) == 1; }},
-        {"set_general_parameters", false, fails,
-         [](D d) { return velatrix_set_general_parameters(d, velatrix_hid_feature_general_parameters{}) == 1; }},
-        {"set_asic_reset", false, fails,
-         [](D d) { return velatrix_set_asic_reset(d, velatrix_hid_feature_asic_reset{42, 1, 0}) == 1; }},
-        {"set_asic_register", false, fails,
-         [](D d) { return velatrix_set_asic_register(d, velatrix_hid_feature_register_set{44, 3, 9}) == 1; }},
-        {"set_pen_parameters", false, fails,
-         [](D d) { return velatrix_set_pen_parameters(d, velatrix_hid_feature_pen_parameters{}) == 1; }},
-        {"set_touch_parameters", false, fails,
-         [](D d) { return velatrix_set_touch_parameters(d, velatrix_hid_feature_touch_parameters{}) == 1; }},
-        {"set_output_configuration", false, fails,
-         [](D d) { return velatrix_set_output_configuration(d, velatrix_hid_feature_output_parameters{}) == 1; }},
+         [](D d) { return velatrix_set_display_settings(d, {102, 50, 50, 1, 2, 3, 0}) == 1; }},
+        {"set_general_parameters", false, fails, [](D d) { return velatrix_set_general_parameters(d, {}) == 1; }},
+        {"set_asic_reset", false, fails, [](D d) { return velatrix_set_asic_reset(d, {42, 1, 0}) == 1; }},
+        {"set_asic_register", false, fails, [](D d) { return velatrix_set_asic_register(d, {44, 3, 9}) == 1; }},
+        {"set_pen_parameters", false, fails, [](D d) { return velatrix_set_pen_parameters(d, {}) == 1; }},
+        {"set_touch_parameters", false, fails, [](D d) { return velatrix_set_touch_parameters(d, {}) == 1; }},
+        {"set_output_configuration", false, fails, [](D d) { return velatrix_set_output_configuration(d, {}) == 1; }},
         {"set_peripheral_configuration", false, fails,
-         [](D d) {
-             return velatrix_set_peripheral_configuration(d, velatrix_hid_feature_peripheral_configuration{}) == 1;
-         }},
-        {"set_calibration_data", false, fails,
-         [](D d) { return velatrix_set_calibration_data(d, velatrix_hid_feature_calibration_data{}) == 1; }},
+         [](D d) { return velatrix_set_peripheral_configuration(d, {}) == 1; }},
+        {"set_calibration_data", false, fails, [](D d) { return velatrix_set_calibration_data(d, {}) == 1; }},
         // Regions.
-        {"regions", false, fails,
-         [](D d) {
-             velatrix_device_region_info* regions = velatrix_get_regions(d);
-             velatrix_free_regions(regions);
-             return regions != nullptr;
-         }},
-        {"default_regions", false, fails,
-         [](D d) {
-             velatrix_device_region_info* regions = velatrix_get_default_regions(d);
-             velatrix_free_regions(regions);
-             return regions != nullptr;
-         }},
+        {"regions", false, fails, allocating(velatrix_get_regions, velatrix_free_regions)},
+        {"default_regions", false, fails, allocating(velatrix_get_default_regions, velatrix_free_regions)},
         {"set_region", false, fails,
          [](D d) {
              const velatrix_device_region_info region = table_region(3);
@@ -197,8 +184,7 @@ inline const std::vector<Family>& families() {
         {"update_region", false, fails,
          [](D d) {
              velatrix_region_update update{};
-             update.number = 1;
-             update.visible = 1;
+             update.number = update.visible = 1;
              return velatrix_update_region(d, &update) == 1;
          }},
         {"delete_region", false, fails,
@@ -219,12 +205,7 @@ inline const std::vector<Family>& families() {
              return velatrix_set_region_contents(d, &region) == 1 && read.report_id != 0;
          },
          {"g110#1"}},  // the cached table is read again afterwards
-        {"device_regions", true, fails,
-         [](D d) {
-             velatrix_device_region* regions = velatrix_get_device_regions(d);
-             velatrix_free_device_regions(regions);
-             return regions != nullptr;
-         }},
+        {"device_regions", true, fails, allocating(velatrix_get_device_regions, velatrix_free_device_regions)},
         {"delete_device_region", true, fails,
          [](D d) {
              const velatrix_device_region region = device_region(10);
@@ -237,12 +218,7 @@ inline const std::vector<Family>& families() {
              const velatrix_hid_feature_screen written = screen(5);
              return velatrix_set_screen(d, &written) == 1;
          }},
-        {"get_screen", true, fails,
-         [](D d) {
-             velatrix_hid_feature_screen read{};
-             velatrix_get_screen_ref(d, &read);
-             return read.report_id != 0;
-         }},
+        {"get_screen", true, fails, ref_getter(velatrix_get_screen_ref)},
         {"screen_index", true, fails,
          [](D d) { return velatrix_set_screen_idx(d, 1) == 1 && velatrix_get_screen_idx(d) >= 0; }},
         {"delete_screen", true, fails,
@@ -253,41 +229,20 @@ inline const std::vector<Family>& families() {
         {"edit_screen", true, fails,
          [](D d) {
              velatrix_hid_feature_screen_modify modify{};
-             modify.set_timeout = 1;
-             modify.screen_index = 1;
+             modify.set_timeout = modify.screen_index = 1;
              modify.timeout_value = 20;
              return velatrix_set_edit_screen(d, &modify) == 1;
          }},
         {"active_screen", true, fails,
          [](D d) { return velatrix_set_active_screen(d, 1) == 1 && velatrix_get_active_screen(d) >= 0; }},
-        {"screen_region_info", true, fails,
-         [](D d) {
-             velatrix_hid_feature_screen_region_info info{};
-             velatrix_get_screen_region_info_ref(d, &info);
-             return info.report_id != 0;
-         }},
+        {"screen_region_info", true, fails, ref_getter(velatrix_get_screen_region_info_ref)},
         {"screen_region_commit", true, fails, [](D d) { return velatrix_set_screen_region_commit(d, 1) == 1; }},
         // Resources.
-        {"resource_availability", true, fails,
-         [](D d) {
-             velatrix_hid_feature_resource_availability availability{};
-             velatrix_get_resource_availability_ref(d, &availability);
-             return availability.report_id != 0;
-         }},
+        {"resource_availability", true, fails, ref_getter(velatrix_get_resource_availability_ref)},
         {"resource_index", true, fails,
          [](D d) { return velatrix_set_resource_idx(d, 1) == 1 && velatrix_get_resource_idx(d) >= 0; }},
-        {"resource_info", true, fails,
-         [](D d) {
-             velatrix_hid_feature_resource_info info{};
-             velatrix_get_resource_info_ref(d, &info);
-             return info.report_id != 0;
-         }},
-        {"get_resource", true, fails,
-         [](D d) {
-             auto chunk = std::make_unique<velatrix_hid_feature_resource>();
-             velatrix_get_resource_ref(d, chunk.get());
-             return chunk->report_id != 0;
-         }},
+        {"resource_info", true, fails, ref_getter(velatrix_get_resource_info_ref)},
+        {"get_resource", true, fails, ref_getter(velatrix_get_resource_ref)},
         {"send_resource", true, fails, [](D d) { return velatrix_send_text_resource(d, 8, "Hello pad") == 1; }},
         {"delete_resource", true, fails,
          [](D d) { return velatrix_send_text_resource(d, 9, "x") == 1 && velatrix_delete_resource(d, 9) == 1; }},
