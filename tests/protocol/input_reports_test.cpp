@@ -93,8 +93,8 @@ TEST_F(InputReportParse, CoordinateFlagsAndLittleEndianPosition) {
 TEST_F(InputReportParse, ExtendedCoordinateWithoutButtonsCarriesTheRawRegion) {
     InputReportPtr record = parse(device, {2, 0x11, 0x02, 0x01, 0x04, 0x03, 9});
     ASSERT_NE(record, nullptr);
-    EXPECT_EQ(std::tuple(record->type, record->data.coordinate.tip_switch, record->data.coordinate.in_range,
-                         record->data.coordinate.x, record->data.coordinate.y, record->data.coordinate.region),
+    const velatrix_input_coordinate& c = record->data.coordinate;
+    EXPECT_EQ(std::tuple(record->type, c.tip_switch, c.in_range, c.x, c.y, c.region),
               std::tuple(VELATRIX_INPUT_EXTENDED_COORDINATE, 1, 16, 0x0102, 0x0304, 9));
     EXPECT_EQ(device->button_active, 0);
 
@@ -106,52 +106,34 @@ TEST_F(InputReportParse, ExtendedCoordinateWithoutButtonsCarriesTheRawRegion) {
 }
 
 TEST_F(InputReportParse, AdcKinds) {
-    const std::vector<uint8_t> values = {0x01, 0x02, 0x03, 0x04, 0x05, 0x06, 0x07, 0x08};
-
-    std::vector<uint8_t> scan = {3, 2, 0x11};
-    scan.insert(scan.end(), values.begin(), values.end());
-    InputReportPtr record = parse(device, scan);
+    InputReportPtr record = parse(device, hex("03 02 11 0102030405060708"));
     ASSERT_NE(record, nullptr);
-    EXPECT_EQ(record->type, VELATRIX_INPUT_ADC);
-    EXPECT_EQ(record->data.adc.kind, 2u);
+    EXPECT_EQ(std::tuple(record->type, record->data.adc.kind), std::tuple(VELATRIX_INPUT_ADC, 2u));
     const velatrix_input_adc_scan& s = record->data.adc.values.scan;
     EXPECT_EQ(std::tuple(s.flag_a, s.flag_b, s.value1, s.value2, s.value3, s.value4),
               std::tuple(1, 16, 0x0201, 0x0403, 0x0605, 0x0807));
+    record = parse(device, hex("03 02 ee 0102030405060708"));  // neither flag bit
+    EXPECT_EQ(std::tuple(record->data.adc.values.scan.flag_a, record->data.adc.values.scan.flag_b), std::tuple(0, 0));
 
-    scan[2] = 0xEE;  // neither flag bit
-    record = parse(device, scan);
-    EXPECT_EQ(record->data.adc.values.scan.flag_a, 0);
-    EXPECT_EQ(record->data.adc.values.scan.flag_b, 0);
-
-    std::vector<uint8_t> channel = {3, 3, 0xA7};
-    channel.insert(channel.end(), values.begin(), values.end());
-    record = parse(device, channel);
+    record = parse(device, hex("03 03 a7 0102030405060708"));
     ASSERT_NE(record, nullptr);
-    EXPECT_EQ(record->data.adc.kind, 3u);
     const velatrix_input_adc_channel& c = record->data.adc.values.channel;
-    EXPECT_EQ(std::tuple(c.channel, c.value1, c.value2, c.value3, c.value4),
-              std::tuple(0xA7, 0x0201, 0x0403, 0x0605, 0x0807));
+    EXPECT_EQ(std::tuple(record->data.adc.kind, c.channel, c.value1, c.value2, c.value3, c.value4),
+              std::tuple(3u, 0xA7, 0x0201, 0x0403, 0x0605, 0x0807));
 
     // Any other kind: the kind and nothing else.
     for (uint8_t kind : {0, 1, 4, 255}) {
-        SCOPED_TRACE(int(kind));
-        std::vector<uint8_t> other = {3, kind, 0xFF};
-        other.insert(other.end(), values.begin(), values.end());
-        record = parse(device, other);
+        record = parse(device, {3, kind, 0xFF, 1, 2, 3, 4, 5, 6, 7, 8});
         ASSERT_NE(record, nullptr);
         velatrix_input_report expected{};
         expected.type = VELATRIX_INPUT_ADC;
         expected.data.adc.kind = kind;
-        EXPECT_EQ(std::memcmp(record.get(), &expected, sizeof expected), 0);
+        EXPECT_EQ(std::memcmp(record.get(), &expected, sizeof expected), 0) << int(kind);
     }
 }
 
 TEST_F(InputReportParse, CardSwipeCopiesHeadersAndTracksByteForByte) {
-    std::vector<uint8_t> swipe = report_of(12, 231);
-    swipe[1] = 0x81;
-    swipe[2] = 0x02;
-    swipe[3] = 0xFF;
-    swipe[4] = 0x00;
+    std::vector<uint8_t> swipe = wire(12, 231, {{1, hex("8102ff00")}});
     const std::string track1 = "%B4111111111111111^DOE/JANE^2512101?";
     const std::string track2 = ";4111111111111111=2512101?";
     std::copy(track1.begin(), track1.end(), swipe.begin() + 5);
