@@ -15,13 +15,18 @@ class HostileDevices : public E2e, public ::testing::WithParamInterface<Family> 
 
 TEST_P(HostileDevices, NullAndClosedDevicesFailWithAnErrorAndNoTraffic) {
     const Family& family = GetParam();
-    velatrix_report_error_internal("%s", "");
-    if (family.kind == Kind::always_succeeds) {
-        EXPECT_TRUE(family.run(nullptr)) << "documented to report success";
-    } else {
-        EXPECT_FALSE(family.run(nullptr)) << "null device";
-        EXPECT_NE(last_error(), "") << "null device";
-    }
+    auto expect_refused = [&](velatrix_device* device, const char* what) {
+        SCOPED_TRACE(what);
+        velatrix_report_error_internal("%s", "");
+        const bool ok = family.run(device);
+        if (family.kind == Kind::always_succeeds) {
+            EXPECT_TRUE(ok) << "documented to report success";
+        } else {
+            EXPECT_FALSE(ok);
+            EXPECT_NE(last_error(), "");
+        }
+    };
+    expect_refused(nullptr, "null device");
     if (family.kind == Kind::open) return;  // a closed record may be opened again
 
     const velatrix_virtual_pad pad = plug(model_names(family.needs_screens ? has_screens : nullptr).front().c_str());
@@ -29,19 +34,11 @@ TEST_P(HostileDevices, NullAndClosedDevicesFailWithAnErrorAndNoTraffic) {
     ASSERT_NE(device, nullptr);
     ASSERT_EQ(velatrix_close_device(device), 1);
     const uint32_t transfers = velatrix_virtual_transfer_count(pad);
-    velatrix_report_error_internal("%s", "");
-    const bool ok = family.run(device);
-    if (family.kind == Kind::always_succeeds) {
-        EXPECT_TRUE(ok) << "documented to report success";
-    } else {
-        EXPECT_FALSE(ok) << "closed device";
-        EXPECT_NE(last_error(), "") << "closed device";
-    }
+    expect_refused(device, "closed device");
     EXPECT_EQ(velatrix_virtual_transfer_count(pad), transfers) << "nothing reaches the pad";
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryFamily, HostileDevices, ::testing::ValuesIn(families()),
-                         [](const ::testing::TestParamInfo<Family>& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(EveryFamily, HostileDevices, ::testing::ValuesIn(families()), family_name);
 
 // One hostile argument: the call, its documented result and error text
 // (null: the call has no result or text to check, only "no crash").

@@ -60,6 +60,7 @@ struct Family {
 };
 
 inline void PrintTo(const Family& family, std::ostream* out) { *out << family.name; }
+inline std::string family_name(const ::testing::TestParamInfo<Family>& info) { return info.param.name; }
 
 // A getter of a record whose report id is 0 after a failed read, by value
 // or into the caller's record.
