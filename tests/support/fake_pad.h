@@ -4,8 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <initializer_list>
 #include <stdexcept>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -16,25 +18,13 @@ namespace velatrix::testing {
 // Bytes written as hex digits; spaces (and anything not a digit) separate
 // bytes only for the reader: "8e 04 01" and "8e0401" are the same.
 inline Bytes hex(std::string_view text) {
-    auto digit = [](char c) -> int {
-        if (c >= '0' && c <= '9') return c - '0';
-        if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-        if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-        return -1;
-    };
-    Bytes result;
-    int high = -1;
+    std::string digits;
     for (char c : text) {
-        const int value = digit(c);
-        if (value < 0) continue;
-        if (high < 0) {
-            high = value;
-        } else {
-            result.push_back(static_cast<uint8_t>(high << 4 | value));
-            high = -1;
-        }
+        if (std::isxdigit(static_cast<unsigned char>(c))) digits += c;
     }
-    if (high >= 0) throw std::invalid_argument("odd number of hex digits");
+    if (digits.size() % 2 != 0) throw std::invalid_argument("odd number of hex digits");
+    Bytes result;
+    for (size_t i = 0; i < digits.size(); i += 2) result.push_back(std::stoi(digits.substr(i, 2), nullptr, 16));
     return result;
 }
 
