@@ -93,9 +93,7 @@ inline const velatrix_device_region_info* table_region(uint8_t number) {
     region.number = number;
     region.type = VELATRIX_REGION_CONTAINER;
     region.in_use = region.visible = 1;
-    region.x1 = region.y1 = 10;
-    region.x2 = 60;
-    region.y2 = 40;
+    region.x1 = region.y1 = 10, region.x2 = 60, region.y2 = 40;
     return &region;
 }
 
@@ -104,10 +102,7 @@ inline const velatrix_device_region* device_region(uint8_t number) {
     std::memset(&region, 0, sizeof region);
     region.number = number;
     region.type = VELATRIX_REGION_TEXT;
-    region.x1 = 100;
-    region.x2 = 199;
-    region.y1 = 50;
-    region.y2 = 99;
+    region.x1 = 100, region.x2 = 199, region.y1 = 50, region.y2 = 99;
     return &region;
 }
 
@@ -213,8 +208,7 @@ inline const std::vector<Family>& families() {
         {"edit_screen", true, fails,
          [](D d) {
              velatrix_hid_feature_screen_modify modify{};
-             modify.set_timeout = modify.screen_index = 1;
-             modify.timeout_value = 20;
+             modify.set_timeout = modify.screen_index = 1, modify.timeout_value = 20;
              return velatrix_set_edit_screen(d, &modify) == 1;
          }},
         {"active_screen", true, fails,
@@ -239,8 +233,7 @@ inline const std::vector<Family>& families() {
         {"pixel_readback", false, fails,
          [](D d) {
              auto read = std::make_unique<velatrix_pixel_read>();
-             read->x = 3;
-             read->y = 4;
+             read->x = 3, read->y = 4;
              return velatrix_get_pixels(d, read.get()) == 1;
          }},
         {"clear_screen", false, fails, [](D d) { return velatrix_clear_screen(d) == 1; }},
@@ -261,8 +254,7 @@ inline const std::vector<Family>& families() {
         {"firmware", false, fails,
          [](D d) {
              velatrix_firmware_page page{};
-             page.address = 0x400;
-             page.data[0] = 0x5A;
+             page.address = 0x400, page.data[0] = 0x5A;
              return velatrix_set_firmware(d, page) == 1 && velatrix_set_firmware_download_status(d, 1) == 1;
          }},
         {"simulate_pen_input", false, fails,
