@@ -7,14 +7,12 @@
 
 #include "display/chunk_layout.h"
 #include "display/chunk_send.h"
-#include "support/fake_driver.h"
+#include "support/fake_pad.h"
 #include "support/log_capture.h"
 #include "velatrix-quillmark.h"
 
+namespace velatrix::testing {
 namespace {
-
-using velatrix::testing::Bytes;
-using velatrix::testing::FakeDriver;
 
 struct Canvas {
     std::vector<uint8_t> buffer;
@@ -25,169 +23,126 @@ struct Canvas {
     void set(int x, int y, uint32_t color) { velatrix_set_pixel(&bitmap, x, y, color); }
 };
 
-struct SentChunk {
-    int x, y, width, height, bits;
-    Bytes data;
-};
-
-std::vector<SentChunk> chunks_sent(const FakeDriver& fake) {
-    std::vector<SentChunk> out;
-    for (const Bytes& report : fake.sets(103)) {
-        EXPECT_EQ(report.size(), 2049u);
-        out.push_back({report[1] << 8 | report[2], report[3] << 8 | report[4], report[5] << 8 | report[6],
-                       report[7] << 8 | report[8], report[9], Bytes(report.begin() + 10, report.end())});
-    }
-    return out;
+// A chunk report's header (x, y, width, height, bits) and its pixel bytes.
+using Header = std::tuple<int, int, int, int, int>;
+Header header(const Bytes& report) {
+    return {report[1] << 8 | report[2], report[3] << 8 | report[4], report[5] << 8 | report[6],
+            report[7] << 8 | report[8], report[9]};
 }
+Bytes pixels(const Bytes& report) { return Bytes(report.begin() + 10, report.end()); }
+
+using BitmapTransfer = FakePad;
 
 TEST(ChunkShape, FollowsTheBudgetRules) {
-    using velatrix::display::chunk_shape;
-    auto shape = chunk_shape(10, 10, 1);
-    EXPECT_EQ(shape.width, 10u);
-    EXPECT_EQ(shape.height, 10u);
-    shape = chunk_shape(320, 240, 1);  // wide: full-height columns of 16312 / 240
-    EXPECT_EQ(shape.width, 67u);
-    EXPECT_EQ(shape.height, 240u);
-    shape = chunk_shape(100, 400, 4);  // tall: full-width bands of 16312 / 400
-    EXPECT_EQ(shape.width, 100u);
-    EXPECT_EQ(shape.height, 40u);
-    shape = chunk_shape(1000, 1000, 24);  // squares: sqrt(16312 / 24 = 679)
-    EXPECT_EQ(shape.width, 26u);
-    EXPECT_EQ(shape.height, 26u);
+    const struct {
+        uint32_t width, height;
+        uint8_t bits;
+        uint32_t chunk_width, chunk_height;
+    } kCases[] = {
+        {10, 10, 1, 10, 10},
+        {320, 240, 1, 67, 240},    // wide: full-height columns of 16312 / 240
+        {100, 400, 4, 100, 40},    // tall: full-width bands of 16312 / 400
+        {1000, 1000, 24, 26, 26},  // squares: sqrt(16312 / 24 = 679)
+    };
+    for (const auto& c : kCases) {
+        const auto shape = velatrix::display::chunk_shape(c.width, c.height, c.bits);
+        EXPECT_EQ(std::tuple(shape.width, shape.height), std::tuple(c.chunk_width, c.chunk_height))
+            << c.width << "x" << c.height << " at " << int(c.bits);
+    }
 }
 
-TEST(BitmapTransfer, TenByTenAtOneBitIsOneChunkOfThirteenBytes) {
-    FakeDriver fake;
-    velatrix_device* device = fake.make_device();
+TEST_F(BitmapTransfer, TenByTenAtOneBitIsOneChunkOfThirteenBytes) {
     Canvas canvas(10, 10);
     canvas.set(0, 0, 0x000000FF);  // first pixel: bit 7 of byte 0
     canvas.set(0, 9, 0x000000FF);  // column 0, row 9: pixel 9 -> bit 6 of byte 1
     canvas.set(9, 9, 0x7F7F7FFF);  // grey 127: dark; last pixel (99) -> bit 4 of byte 12
     canvas.set(5, 5, 0x808080FF);  // grey 128: light
     ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &canvas.bitmap, 3, 4, 1), 1);
-    const auto chunks = chunks_sent(fake);
-    ASSERT_EQ(chunks.size(), 1u);
-    EXPECT_EQ(chunks[0].x, 3);
-    EXPECT_EQ(chunks[0].y, 4);
-    EXPECT_EQ(chunks[0].width, 10);
-    EXPECT_EQ(chunks[0].height, 10);
-    EXPECT_EQ(chunks[0].bits, 1);
+    EXPECT_EQ(fake.sequence(), "G13 S103") << "each chunk waits for the display interlock";
+    const Bytes report = fake.sets(103).at(0);
+    EXPECT_EQ(report.size(), 2049u);
+    EXPECT_EQ(header(report), Header(3, 4, 10, 10, 1));
     Bytes expected(2039, 0);
     expected[0] = 0x80;
     expected[1] = 0x40;
     expected[12] = 0x10;
-    EXPECT_EQ(chunks[0].data, expected);
-    EXPECT_EQ(fake.sequence(), "G13 S103") << "each chunk waits for the display interlock";
+    EXPECT_EQ(pixels(report), expected);
 }
 
-TEST(BitmapTransfer, HeaderIsBigEndian) {
-    FakeDriver fake;
-    velatrix_device* device = fake.make_device();
+TEST_F(BitmapTransfer, HeaderIsBigEndianAndTheLayoutReadsItBack) {
     Canvas canvas(2, 1);
     ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &canvas.bitmap, 0x0102, 0x0304, 24), 1);
     const Bytes report = fake.sets(103).at(0);
-    EXPECT_EQ(Bytes(report.begin(), report.begin() + 10), (Bytes{103, 0x01, 0x02, 0x03, 0x04, 0x00, 0x02, 0x00, 0x01, 24}));
-    // The same rows read it back.
+    EXPECT_EQ(Bytes(report.begin(), report.begin() + 10), hex("67 0102 0304 0002 0001 18"));
     velatrix_display_chunk chunk{};
     velatrix::protocol::unpack_report(velatrix::display::kChunkLayout, report, &chunk);
     EXPECT_EQ(std::vector<int>({chunk.report_id, chunk.x, chunk.y, chunk.width, chunk.height, chunk.bits_per_pixel}),
               std::vector<int>({103, 0x0102, 0x0304, 2, 1, 24}));
 }
 
-TEST(BitmapTransfer, FourAndEightBitsPackGreyLevelsLowNibbleFirst) {
-    for (uint8_t bits : {uint8_t{4}, uint8_t{8}}) {
-        FakeDriver fake;
-        velatrix_device* device = fake.make_device();
-        Canvas canvas(1, 3);  // one column: pixels in row order
-        canvas.set(0, 0, 0x000000FF);  // level 0
-        canvas.set(0, 1, 0x444444FF);  // 68 / 255 * 15 = 4.0 -> 4
-        // row 2 stays white: level 15
-        ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &canvas.bitmap, 0, 0, bits), 1);
-        const auto chunks = chunks_sent(fake);
-        ASSERT_EQ(chunks.size(), 1u);
-        EXPECT_EQ(chunks[0].bits, bits) << "the header keeps the requested depth";
-        EXPECT_EQ(chunks[0].data[0], 0x40);
-        EXPECT_EQ(chunks[0].data[1], 0x0F);
-        EXPECT_EQ(chunks[0].data[2], 0x00);
+TEST_F(BitmapTransfer, GreyLevelsPackLowNibbleFirstAndColoursRedGreenBlueColumnByColumn) {
+    Canvas column(1, 3);  // one column: pixels in row order
+    column.set(0, 0, 0x000000FF);  // level 0
+    column.set(0, 1, 0x444444FF);  // 68 / 255 * 15 = 4.0 -> 4
+    // row 2 stays white: level 15
+    Canvas square(2, 2);
+    square.set(0, 0, 0x112233FF);
+    square.set(0, 1, 0x445566FF);
+    square.set(1, 0, 0x778899FF);
+    square.set(1, 1, 0xAABBCCFF);
+    ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &column.bitmap, 0, 0, 4), 1);
+    ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &column.bitmap, 0, 0, 8), 1);
+    ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &square.bitmap, 0, 0, 24), 1);
+    const auto reports = fake.sets(103);
+    ASSERT_EQ(reports.size(), 3u);
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(std::get<4>(header(reports[i])), i == 0 ? 4 : 8) << "the header keeps the requested depth";
+        EXPECT_EQ(Bytes(reports[i].begin() + 10, reports[i].begin() + 13), hex("400f00"));
     }
+    EXPECT_EQ(Bytes(reports[2].begin() + 10, reports[2].begin() + 23), hex("112233 445566 778899 aabbcc 00"));
 }
 
-TEST(BitmapTransfer, TwentyFourBitsSendRedGreenBlueColumnByColumn) {
-    FakeDriver fake;
-    velatrix_device* device = fake.make_device();
-    Canvas canvas(2, 2);
-    canvas.set(0, 0, 0x112233FF);
-    canvas.set(0, 1, 0x445566FF);
-    canvas.set(1, 0, 0x778899FF);
-    canvas.set(1, 1, 0xAABBCCFF);
-    ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &canvas.bitmap, 0, 0, 24), 1);
-    const Bytes data = chunks_sent(fake).at(0).data;
-    EXPECT_EQ(Bytes(data.begin(), data.begin() + 13),
-              (Bytes{0x11, 0x22, 0x33, 0x44, 0x55, 0x66, 0x77, 0x88, 0x99, 0xAA, 0xBB, 0xCC, 0x00}));
+// Chunks go column by column, each walked top to bottom; the last column
+// and row take what is left.
+TEST_F(BitmapTransfer, LargeBitmapsGoInChunksOuterLoopOnX) {
+    Canvas screen(320, 240);
+    ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &screen.bitmap, 0, 0, 1), 1);
+    std::vector<Header> headers;
+    for (const Bytes& report : fake.sets(103)) headers.push_back(header(report));
+    EXPECT_EQ(headers, (std::vector<Header>{{0, 0, 67, 240, 1}, {67, 0, 67, 240, 1}, {134, 0, 67, 240, 1},
+                                            {201, 0, 67, 240, 1}, {268, 0, 52, 240, 1}}));
+
+    fake.clear_transfers();
+    Canvas square(1000, 1000);
+    ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &square.bitmap, 0, 0, 24), 1);
+    const auto reports = fake.sets(103);
+    ASSERT_EQ(reports.size(), 39u * 39u);
+    EXPECT_EQ(header(reports[0]), Header(0, 0, 26, 26, 24));
+    EXPECT_EQ(header(reports[1]), Header(0, 26, 26, 26, 24)) << "inner loop walks down first";
+    EXPECT_EQ(header(reports[38]), Header(0, 988, 26, 12, 24));
+    EXPECT_EQ(header(reports[39]), Header(26, 0, 26, 26, 24));
+    EXPECT_EQ(header(reports.back()), Header(988, 988, 12, 12, 24));
 }
 
-TEST(BitmapTransfer, A320By240ScreenGoesInFiveColumnsTheLast52Wide) {
-    FakeDriver fake;
-    velatrix_device* device = fake.make_device();
-    Canvas canvas(320, 240);
-    ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &canvas.bitmap, 0, 0, 1), 1);
-    const auto chunks = chunks_sent(fake);
-    ASSERT_EQ(chunks.size(), 5u);
-    const int xs[] = {0, 67, 134, 201, 268};
-    for (int i = 0; i < 5; ++i) {
-        EXPECT_EQ(chunks[i].x, xs[i]);
-        EXPECT_EQ(chunks[i].y, 0);
-        EXPECT_EQ(chunks[i].width, i < 4 ? 67 : 52);
-        EXPECT_EQ(chunks[i].height, 240);
-    }
-}
-
-TEST(BitmapTransfer, AThousandSquareAt24BitsUses26By26ChunksOuterLoopOnX) {
-    FakeDriver fake;
-    velatrix_device* device = fake.make_device();
-    Canvas canvas(1000, 1000);
-    ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &canvas.bitmap, 0, 0, 24), 1);
-    const auto chunks = chunks_sent(fake);
-    ASSERT_EQ(chunks.size(), 39u * 39u);
-    EXPECT_EQ(chunks[0].width, 26);
-    EXPECT_EQ(chunks[1].x, 0);
-    EXPECT_EQ(chunks[1].y, 26) << "inner loop walks down first";
-    EXPECT_EQ(chunks[38].height, 1000 - 38 * 26);
-    EXPECT_EQ(chunks[39].x, 26);
-    EXPECT_EQ(chunks.back().width, 1000 - 38 * 26);
-}
-
-TEST(BitmapTransfer, StopsAtTheFirstFailedChunk) {
-    FakeDriver fake;
-    velatrix_device* device = fake.make_device();
+TEST_F(BitmapTransfer, StopsAtTheFirstFailedChunkAndNeverOverrunsOne) {
     Canvas canvas(320, 240);
     fake.fail_transfer(4, "chunk refused");  // G13 S103 G13 S103: the second chunk
     EXPECT_EQ(velatrix_transfer_bitmap_to_device(device, &canvas.bitmap, 0, 0, 1), 0);
     EXPECT_EQ(fake.sets(103).size(), 2u);
     EXPECT_STREQ(velatrix_get_last_error(), "chunk refused");
-}
 
-TEST(BitmapTransfer, AnUnplannedDepthNeverOverrunsTheChunk) {
-    FakeDriver fake;
-    velatrix_device* device = fake.make_device();
-    Canvas canvas(200, 100);  // sized for 2 bits per pixel, packed at 24
-    EXPECT_EQ(velatrix_transfer_bitmap_to_device(device, &canvas.bitmap, 0, 0, 2), 1);
+    // An unplanned depth: chunks sized for 2 bits per pixel, packed at 24.
+    fake.clear_transfers();
+    Canvas odd(200, 100);
+    EXPECT_EQ(velatrix_transfer_bitmap_to_device(device, &odd.bitmap, 0, 0, 2), 1);
     EXPECT_FALSE(fake.sets(103).empty());
-}
-
-TEST(BitmapTransfer, ANullBitmapIsRefusedWithAnError) {
-    FakeDriver fake;
-    velatrix_device* device = fake.make_device();
-    EXPECT_EQ(velatrix_transfer_bitmap_to_device(device, nullptr, 0, 0, 1), 0);
-    EXPECT_STREQ(velatrix_get_last_error(), "Invalid bitmap.");
-    EXPECT_TRUE(fake.sets(103).empty());
 }
 
 // With nobody taking log records the chunks go to the driver without
 // making any; with a log they go the way velatrix_set_display_chunk sends
 // them. The pad must not tell the two apart: same requests, same bytes,
 // same waits, same outcome and error, also when it is busy or fails.
-TEST(BitmapTransfer, ChunksGoTheSameWithAndWithoutALog) {
+TEST(ChunkSend, ChunksGoTheSameWithAndWithoutALog) {
     const struct {
         const char* name;
         std::function<void(FakeDriver&)> arrange;
@@ -241,7 +196,7 @@ TEST(BitmapTransfer, ChunksGoTheSameWithAndWithoutALog) {
         if (test.sequence != nullptr) {
             EXPECT_EQ(quiet.sequence, test.sequence);
         }
-        velatrix::testing::LogCapture log;
+        LogCapture log;
         const Outcome logged = run();
         EXPECT_EQ(quiet.result, logged.result);
         EXPECT_EQ(quiet.traffic, logged.traffic);
@@ -250,15 +205,13 @@ TEST(BitmapTransfer, ChunksGoTheSameWithAndWithoutALog) {
     }
 }
 
-TEST(DisplayContent, WaitsForTheDisplayInterlockAndSendsTheLowByte) {
-    FakeDriver fake;
-    velatrix_device* device = fake.make_device();
+TEST_F(BitmapTransfer, DisplayContentWaitsForTheDisplayInterlockAndSendsTheLowByte) {
     EXPECT_EQ(velatrix_set_display_content(device, 0x1234), 1);
     EXPECT_EQ(fake.sequence(), "G13 S101");
-    EXPECT_EQ(fake.sets(101), (std::vector<Bytes>{{101, 0x34}}));
     fake.busy_for(1000, 16);
     EXPECT_EQ(velatrix_set_display_content(device, 1), 0);
-    EXPECT_EQ(fake.sets(101).size(), 1u);
+    EXPECT_EQ(fake.sets(101), (std::vector<Bytes>{{101, 0x34}}));
 }
 
 }  // namespace
+}  // namespace velatrix::testing

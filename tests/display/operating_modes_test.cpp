@@ -1,26 +1,17 @@
 #include <gtest/gtest.h>
 
-#include "support/fake_driver.h"
+#include "support/fake_pad.h"
 #include "velatrix-quillmark.h"
 
 namespace {
 
-using velatrix::testing::Bytes;
-using velatrix::testing::FakeDriver;
+using namespace velatrix::testing;
 
 Bytes capabilities(uint8_t coordinate_modes, uint8_t screens, uint8_t display_id = 0, uint8_t mag_reader = 0) {
-    Bytes answer(65, 0);
-    answer[0] = 11;
-    answer[3] = coordinate_modes;
-    answer[5] = display_id;
-    answer[41] = mag_reader;
-    answer[45] = screens;
-    return answer;
+    return wire(11, 65, {{3, {coordinate_modes}}, {5, {display_id}}, {41, {mag_reader}}, {45, {screens}}});
 }
 
-struct ModeFixture : ::testing::Test {
-    FakeDriver fake;
-    velatrix_device* device = fake.make_device();
+struct ModeFixture : FakePad {
     ModeFixture() {
         device->display_info = {100, 320, 240, 1, 6, 12, 4, 8};
         fake.answer(171, {171, 1});  // active screen 1: clearing re-activates it
@@ -54,29 +45,21 @@ TEST_F(ModeFixture, QuillmarkModeWithoutSaveRunsTheStepsInOrder) {
 
 TEST_F(ModeFixture, CorvantineModeWithSaveStoresDefaultsAndSetsUpTheCardReader) {
     fake.answer(11, capabilities(0x08, 1, 0, 0x80));
-    fake.answer(162, [] {
-        Bytes screen(80, 0);
-        screen[0] = 162;
-        return screen;
-    }());
+    fake.answer(162, wire(162, 80));
     ASSERT_EQ(velatrix_set_corvantine_mode(device, 1), 1);
     const std::string sequence = fake.sequence(false);
     EXPECT_EQ(sequence,
               "G11 S172 S171 G171 S171 S10 S172 S10 S160 G162 S162 S10 G91 S172 S91 S171 G92 S92 S10");
     EXPECT_EQ(fake.sets(172).at(2), (Bytes{172, 1})) << "commit as default before the output write";
     EXPECT_EQ(fake.sets(91).at(0), (Bytes{91, 0x00, 0x00, 0x01, 0x40, 0, 3, 0, 0, 1}));
-    const Bytes peripheral = fake.sets(92).at(0);
-    EXPECT_EQ(peripheral[1], 0x0C);
-    EXPECT_EQ(peripheral[16], 1);
+    EXPECT_EQ(fake.sets(92).at(0), wire(92, 17, {{1, {0x0C}}, {16, {1}}}));
     EXPECT_EQ(fake.sets(162).at(0)[17], 15) << "screen time-out";
 }
 
 TEST_F(ModeFixture, APadWithADisplayIdWritesTwoScreensWithTheButtonRegions) {
     fake.answer(11, capabilities(0x04, 1, 1));
     // Screen 1 times out after 20 to screen 5 and lists region 3 leading to screen 9.
-    Bytes screen(80, 0);
-    screen[0] = 162, screen[1] = 1, screen[17] = 20, screen[18] = 5, screen[19] = 1;
-    screen[20] = 3, screen[50] = 9;
+    const Bytes screen = wire(162, 80, {{1, {1}}, {17, {20, 5, 1, 3}}, {50, {9}}});
     fake.answer(162, screen);
     ASSERT_EQ(velatrix_set_quillmark_mode(device, 0), 1);
     EXPECT_EQ(fake.gets_of(162), 2);

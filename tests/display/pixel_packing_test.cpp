@@ -22,24 +22,18 @@ namespace {
 std::vector<uint8_t> reference_pack(const velatrix_bitmap* bitmap, uint32_t x0, uint32_t y0, uint32_t width,
                                     uint32_t height, uint8_t bits, size_t capacity) {
     std::vector<uint8_t> data(capacity, 0);
-    auto put = [&](size_t index, uint8_t value) {
-        if (index < capacity) data[index] |= value;
+    auto put = [&](size_t index, uint32_t value) {
+        if (index < capacity) data[index] |= static_cast<uint8_t>(value);
     };
     size_t n = 0;
     for (uint32_t x = x0; x < x0 + width; ++x) {
         for (uint32_t y = y0; y < y0 + height; ++y, ++n) {
             const uint32_t c = velatrix_get_pixel(bitmap, static_cast<int32_t>(x), static_cast<int32_t>(y));
             const uint32_t r = c >> 24, g = (c >> 16) & 0xFF, b = (c >> 8) & 0xFF;
-            if (bits == 1) {
-                if ((r + g + b) / 3 < 128) put(n / 8, static_cast<uint8_t>(0x80 >> (n % 8)));
-            } else if (bits == 4 || bits == 8) {
-                const auto level = static_cast<uint8_t>(std::lround((r + g + b) / 3.0 / 255.0 * 15.0));
-                put(n / 2, static_cast<uint8_t>(n % 2 == 0 ? level : level << 4));
-            } else {
-                put(n * 3, static_cast<uint8_t>(r));
-                put(n * 3 + 1, static_cast<uint8_t>(g));
-                put(n * 3 + 2, static_cast<uint8_t>(b));
-            }
+            const auto level = static_cast<uint8_t>(std::lround((r + g + b) / 3.0 / 255.0 * 15.0));
+            if (bits == 1 && (r + g + b) / 3 < 128) put(n / 8, static_cast<uint8_t>(0x80 >> (n % 8)));
+            if (bits == 4 || bits == 8) put(n / 2, static_cast<uint8_t>(n % 2 == 0 ? level : level << 4));
+            if (bits != 1 && bits != 4 && bits != 8) put(n * 3, r), put(n * 3 + 1, g), put(n * 3 + 2, b);
         }
     }
     return data;
@@ -81,16 +75,15 @@ void every_block_and_depth() {
     std::mt19937 random(13);
     // Bitmap sizes: stride padding or none, heights on and off multiples
     // of 8 and 2, and blocks that do not fit their capacity.
-    const struct {
-        int width, height;
-    } kSizes[] = {{1, 1}, {3, 5}, {8, 16}, {67, 240}, {33, 479}, {9, 7}, {130, 31}, {4, 300}, {200, 9}, {150, 200}};
+    const std::pair<int, int> kSizes[] = {{1, 1},    {3, 5},   {8, 16},  {67, 240}, {33, 479},
+                                          {9, 7},    {130, 31}, {4, 300}, {200, 9},  {150, 200}};
     const uint8_t kDepths[] = {1, 4, 8, 24, 0, 2, 16, 32};
-    for (const auto& size : kSizes) {
-        Picture picture(size.width, size.height, random);
+    for (const auto& [size_width, size_height] : kSizes) {
+        Picture picture(size_width, size_height, random);
         for (int trial = 0; trial < 40; ++trial) {
-            const uint32_t x = random() % size.width, y = random() % size.height;
-            const uint32_t width = 1 + random() % (size.width - x);
-            uint32_t height = 1 + random() % (size.height - y);
+            const uint32_t x = random() % size_width, y = random() % size_height;
+            const uint32_t width = 1 + random() % (size_width - x);
+            uint32_t height = 1 + random() % (size_height - y);
             // Whole bytes per column at every depth, in row groups of 8 to 64.
             if (trial % 3 == 1 && height >= 8) height -= height % 8;
             const size_t capacity = trial % 4 == 0 ? 1 + random() % 64 : 2039;
@@ -98,7 +91,7 @@ void every_block_and_depth() {
             for (uint8_t bits : kDepths) {
                 ASSERT_EQ(fast_pack(&picture.bitmap, x, y, width, height, bits, chunk_width, capacity),
                           reference_chunks(&picture.bitmap, x, y, width, height, bits, chunk_width, capacity))
-                    << size.width << "x" << size.height << " block " << x << "," << y << " " << width << "x" << height
+                    << size_width << "x" << size_height << " block " << x << "," << y << " " << width << "x" << height
                     << " bits " << int{bits} << " chunks " << chunk_width << " wide, capacity " << capacity;
             }
         }

@@ -148,8 +148,7 @@ TEST_P(FaultMatrix, EveryTransferFailsAndIsUnpluggedInTurn) {
     EXPECT_EQ(input_calls.load(), 0) << "no input callback ran for a pad that is gone";
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryFamily, FaultMatrix, ::testing::ValuesIn(families()),
-                         [](const ::testing::TestParamInfo<Family>& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(EveryFamily, FaultMatrix, ::testing::ValuesIn(families()), family_name);
 
 }  // namespace
 }  // namespace velatrix::e2e

@@ -70,8 +70,7 @@ std::vector<Family> reading_families() {
     return chosen;
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryFamily, HostilePads, ::testing::ValuesIn(reading_families()),
-                         [](const ::testing::TestParamInfo<Family>& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(EveryFamily, HostilePads, ::testing::ValuesIn(reading_families()), family_name);
 
 }  // namespace
 }  // namespace velatrix::e2e

@@ -6,7 +6,7 @@
 
 #include "input_test_util.h"
 #include "protocol/input_dispatch.h"
-#include "support/fake_driver.h"
+#include "support/fake_pad.h"
 #include "support/log_capture.h"
 #include "velatrix/error.h"
 
@@ -37,16 +37,9 @@ std::vector<int> callback_order() {
     return order;
 }
 
-// How many records `function` logged with exactly `text`.
-int logged(const LogCapture& log, const std::string& function, const std::string& text) {
-    int found = 0;
-    for (const LoggedRecord& record : log.records()) found += (record.function == function && record.text == text);
-    return found;
-}
-
 const std::vector<uint8_t> kCoordinate = {1, 0x11, 0x39, 0x05, 0x10, 0x00, 0xAA};
 
-class InputCallbacks : public ::testing::Test {
+class InputCallbacks : public FakePad {
 protected:
     void SetUp() override { calls.clear(); }
     void open() { device->input_callbacks = velatrix_create_list(); }
@@ -54,9 +47,6 @@ protected:
         velatrix_list_free(device->input_callbacks);
         device->input_callbacks = nullptr;
     }
-
-    FakeDriver fake;
-    velatrix_device* device = fake.make_device();
 };
 
 TEST_F(InputCallbacks, CalledInRegistrationOrderTwiceWhenRegisteredTwice) {
@@ -71,8 +61,7 @@ TEST_F(InputCallbacks, CalledInRegistrationOrderTwiceWhenRegisteredTwice) {
     for (const Call& call : calls) {
         EXPECT_EQ(std::tuple(call.device, call.type, call.record_type, call.x),
                   std::tuple(device, VELATRIX_INPUT_COORDINATE, VELATRIX_INPUT_COORDINATE, 0x0539));
-        EXPECT_EQ(call.raw,
-                  kCoordinate);  // the raw report as it came, longer than its minimum
+        EXPECT_EQ(call.raw, kCoordinate);  // the raw report as it came, longer than its minimum
     }
 
     // One unregister takes out the oldest registration only.
@@ -89,7 +78,7 @@ TEST_F(InputCallbacks, CalledInRegistrationOrderTwiceWhenRegisteredTwice) {
     EXPECT_EQ(velatrix_list_count(device->input_callbacks), 2u);
 }
 
-TEST_F(InputCallbacks, ButtonEventsReachCallbacksWithTheirOwnType) {
+TEST_F(InputCallbacks, ButtonEventsKeepTheirTypeAndUnparsableReportsReachNoCallback) {
     open();
     RegionTable table(device, {VELATRIX_REGION_BUTTON});
     velatrix_register_input_callback(device, record_call<1>);
@@ -98,11 +87,8 @@ TEST_F(InputCallbacks, ButtonEventsReachCallbacksWithTheirOwnType) {
     ASSERT_EQ(calls.size(), 1u);
     EXPECT_EQ(calls[0].type, VELATRIX_INPUT_BUTTON_DOWN);
     EXPECT_EQ(calls[0].raw, down);
-}
 
-TEST_F(InputCallbacks, ReportThatFailsToParseReachesNoCallback) {
-    open();
-    velatrix_register_input_callback(device, record_call<1>);
+    calls.clear();
     const std::vector<uint8_t> short_report = {1, 0x11, 0, 0, 0};
     const std::vector<uint8_t> unknown = {99, 0, 0, 0, 0, 0, 0, 0};
     dispatch_input_report(device, short_report.data(), static_cast<uint32_t>(short_report.size()));
@@ -113,40 +99,28 @@ TEST_F(InputCallbacks, ReportThatFailsToParseReachesNoCallback) {
     EXPECT_TRUE(calls.empty());
 }
 
-TEST_F(InputCallbacks, DriverServiceDispatchesLikeTheRead) {
+TEST_F(InputCallbacks, DriverServiceDispatchesLikeTheReadAndParsesForAClosedDevice) {
+    // A closed device has no list: registering stores nothing, unregistering
+    // is harmless, and the report is still parsed (the button state moves on).
+    RegionTable table(device, {VELATRIX_REGION_BUTTON});
+    velatrix_register_input_callback(device, record_call<1>);
+    velatrix_unregister_input_callback(device, record_call<1>);
+    EXPECT_EQ(device->input_callbacks, nullptr);
+    const std::vector<uint8_t> down = extended(true, 1, 1, 1);
+    velatrix_get_driver_input_report(device, down.data(), static_cast<uint32_t>(down.size()));
+    EXPECT_EQ(device->button_active, 1);
+    EXPECT_TRUE(calls.empty());
+
+    // Opening makes a new, empty list: the earlier registration is gone.
     open();
+    velatrix_unregister_input_callback(device, record_call<1>);  // empty list
+    velatrix_get_driver_input_report(device, kCoordinate.data(), static_cast<uint32_t>(kCoordinate.size()));
+    EXPECT_TRUE(calls.empty());
     velatrix_register_input_callback(device, record_call<1>);
     velatrix_register_input_callback(device, record_call<2>);
     velatrix_get_driver_input_report(device, kCoordinate.data(), static_cast<uint32_t>(kCoordinate.size()));
     EXPECT_EQ(callback_order(), (std::vector<int>{1, 2}));
     EXPECT_EQ(calls[0].raw, kCoordinate);
-}
-
-TEST_F(InputCallbacks, DriverServiceStillParsesForADeviceWithoutList) {
-    // A closed device has no list: the report is parsed (button state moves
-    // on) and no callback runs.
-    RegionTable table(device, {VELATRIX_REGION_BUTTON});
-    const std::vector<uint8_t> down = extended(true, 1, 1, 1);
-    velatrix_get_driver_input_report(device, down.data(), static_cast<uint32_t>(down.size()));
-    EXPECT_EQ(device->button_active, 1);
-    EXPECT_TRUE(calls.empty());
-}
-
-TEST_F(InputCallbacks, ClosedDeviceStoresNothing) {
-    velatrix_register_input_callback(device, record_call<1>);
-    EXPECT_EQ(device->input_callbacks, nullptr);
-
-    // Opening makes a new, empty list: the earlier registration is gone.
-    open();
-    dispatch_input_report(device, kCoordinate.data(), static_cast<uint32_t>(kCoordinate.size()));
-    EXPECT_TRUE(calls.empty());
-}
-
-TEST_F(InputCallbacks, UnregisterFromAnEmptyOrMissingList) {
-    velatrix_unregister_input_callback(device, record_call<1>);  // no list
-    open();
-    velatrix_unregister_input_callback(device, record_call<1>);  // empty list
-    EXPECT_EQ(velatrix_list_count(device->input_callbacks), 0u);
 }
 
 TEST_F(InputCallbacks, NullArgumentsAreReportedAndStoreNothing) {
@@ -177,74 +151,60 @@ void fire_hotplug(uint32_t event, const char* path) {
     }
 }
 
-TEST(HotplugCallbacks, BeforeInitNothingIsStored) {
+TEST(HotplugCallbacks, RegisterInOrderAndUnregisterFirstFromHead) {
+    // Before the library starts nothing is stored.
     ASSERT_EQ(velatrix_get_device_callbacks(), nullptr);
     velatrix_register_hotplug_callback(record_hotplug<1>);
-    EXPECT_EQ(velatrix_get_device_callbacks(), nullptr);
     velatrix_unregister_hotplug_callback(record_hotplug<1>);
-}
+    EXPECT_EQ(velatrix_get_device_callbacks(), nullptr);
 
-TEST(HotplugCallbacks, RegisterInOrderAndUnregisterFirstFromHead) {
     velatrix_list* list = velatrix_create_list();
     velatrix_set_device_callbacks(list);
     hotplug_calls.clear();
     velatrix_unregister_hotplug_callback(record_hotplug<1>);  // from an empty list
-
     velatrix_register_hotplug_callback(record_hotplug<1>);
     velatrix_register_hotplug_callback(record_hotplug<2>);
     velatrix_register_hotplug_callback(record_hotplug<1>);
-    fire_hotplug(VELATRIX_HOTPLUG_ADDED, "USB_f055_0001_ff_00_1230000");
-    EXPECT_EQ(hotplug_calls,
-              (std::vector<std::string>{"1:0:USB_f055_0001_ff_00_1230000", "2:0:USB_f055_0001_ff_00_1230000",
-                                        "1:0:USB_f055_0001_ff_00_1230000"}));
-
+    fire_hotplug(VELATRIX_HOTPLUG_ADDED, "p");
     velatrix_unregister_hotplug_callback(record_hotplug<1>);
-    hotplug_calls.clear();
-    fire_hotplug(VELATRIX_HOTPLUG_REMOVED, "p");
-    EXPECT_EQ(hotplug_calls, (std::vector<std::string>{"2:1:p", "1:1:p"}));
+    fire_hotplug(VELATRIX_HOTPLUG_REMOVED, "q");
+    EXPECT_EQ(hotplug_calls, (std::vector<std::string>{"1:0:p", "2:0:p", "1:0:p", "2:1:q", "1:1:q"}));
 
     velatrix_register_hotplug_callback(nullptr);
     EXPECT_STREQ(velatrix_get_last_error(), "Parameter passed into velatrix_register_hotplug_callback was null.");
     EXPECT_EQ(velatrix_list_count(list), 2u);
-
     velatrix_set_device_callbacks(nullptr);
     velatrix_list_free(list);
 }
 
 // ---- Unplug ---------------------------------------------------------------
 
+// Every open device with the path is told it is closing (its only trace is
+// the log record of the notification); other paths, a prefix of the path,
+// no path and no registry of open devices tell nobody.
 TEST(DeviceUnplug, NotifiesEveryOpenDeviceWithThePath) {
     FakeDriver fake;
-    velatrix_device* first = fake.make_device("USB_f055_0001_ff_00_1100000");
-    velatrix_device* second = fake.make_device("USB_f055_0001_ff_00_1200000");
-    velatrix_device* twin = fake.make_device("USB_f055_0001_ff_00_1100000");
     velatrix_list* open_devices = velatrix_create_list();
-    velatrix_list_add(open_devices, first);
-    velatrix_list_add(open_devices, second);
-    velatrix_list_add(open_devices, twin);
+    for (const char* path :
+         {"USB_f055_0001_ff_00_1100000", "USB_f055_0001_ff_00_1200000", "USB_f055_0001_ff_00_1100000"}) {
+        velatrix_list_add(open_devices, fake.make_device(path));
+    }
     velatrix_list* previous = velatrix_get_open_devices();
+    const auto notified = [](std::initializer_list<const char*> paths) {
+        LogCapture log;
+        for (const char* path : paths) velatrix_handle_device_unplug(path);
+        int found = 0;
+        for (const LoggedRecord& r : log.records()) {
+            found += r.function == "velatrix_device_notify_close" && r.text == "==> Entering Function";
+        }
+        return found;
+    };
     velatrix_set_open_devices(open_devices);
-
-    {
-        LogCapture log;
-        velatrix_handle_device_unplug("USB_f055_0001_ff_00_1100000");
-        EXPECT_EQ(logged(log, "velatrix_device_notify_close", "==> Entering Function"), 2);
-    }
-    {
-        LogCapture log;
-        velatrix_handle_device_unplug("USB_f055_0001_ff_00_1300000");
-        velatrix_handle_device_unplug("USB_f055_0001_ff_00_1");  // a prefix is no match
-        velatrix_handle_device_unplug(nullptr);
-        EXPECT_EQ(logged(log, "velatrix_device_notify_close", "==> Entering Function"), 0);
-    }
-
+    EXPECT_EQ(notified({"USB_f055_0001_ff_00_1100000"}), 2);
+    EXPECT_EQ(notified({"USB_f055_0001_ff_00_1300000", "USB_f055_0001_ff_00_1", nullptr}), 0);
     velatrix_set_open_devices(nullptr);
+    EXPECT_EQ(notified({"USB_f055_0001_ff_00_1100000"}), 0);
     velatrix_list_free(open_devices);
-    {
-        LogCapture log;
-        velatrix_handle_device_unplug("USB_f055_0001_ff_00_1100000");  // no registry at all
-        EXPECT_EQ(logged(log, "velatrix_device_notify_close", "==> Entering Function"), 0);
-    }
     velatrix_set_open_devices(previous);
 }
 

@@ -1,21 +1,17 @@
-#include <gtest/gtest.h>
 #include <openssl/evp.h>
 
 #include <array>
 #include <cstdio>
-#include <cstring>
 #include <memory>
-#include <string>
 #include <tuple>
 
-#include "support/fake_driver.h"
+#include "protocol_test.h"
 #include "velatrix-quillmark.h"
 
+namespace velatrix::testing {
 namespace {
 
-using velatrix::testing::Bytes;
-using velatrix::testing::capture_stdout;
-using velatrix::testing::FakeDriver;
+using ErrorCorrectionTable = FakePad;
 
 Bytes table_answer(uint8_t fill) {
     Bytes answer(2049, fill);
@@ -32,9 +28,7 @@ std::array<uint8_t, 16> md5_of(const Bytes& data) {
     return digest;
 }
 
-TEST(ErrorCorrectionTable, ReadCopiesTheTableAfterTheRunModeWait) {
-    FakeDriver fake;
-    velatrix_device* device = fake.make_device();
+TEST_F(ErrorCorrectionTable, ReadCopiesTheTableAfterTheRunModeWait) {
     Bytes answer = table_answer(0);
     answer[1] = 0xAB;
     answer[2048] = 0xCD;
@@ -46,44 +40,37 @@ TEST(ErrorCorrectionTable, ReadCopiesTheTableAfterTheRunModeWait) {
               std::tuple(0x1A, 0xAB, 0xCD, 0));
     EXPECT_EQ(fake.sequence(), "G13 G26");
     EXPECT_EQ(fake.transfers().back().length, 2049u);
-}
 
-TEST(ErrorCorrectionTable, FailedReadLeavesAZeroRecord) {
-    FakeDriver fake;
-    velatrix_device* device = fake.make_device();
+    fake.clear_transfers();
     fake.fail_report(26);
-    velatrix_hid_feature_error_correction_table table;
     std::memset(&table, 0x55, sizeof table);
     velatrix_get_error_correction_table_ref(device, &table);
-    EXPECT_EQ(table.report_id, 0);
-    EXPECT_EQ(table.data[100], 0);
+    EXPECT_EQ(std::tuple(table.report_id, table.data[100]), std::tuple(0, 0));
+
+    // Null records are errors without traffic.
+    fake.clear_transfers();
+    velatrix_get_error_correction_table_ref(device, nullptr);
+    EXPECT_STREQ(velatrix_get_last_error(), "Record was null, unable to read the error-correction table.");
+    EXPECT_EQ(velatrix_get_error_correction_table(nullptr, device), nullptr);
+    EXPECT_TRUE(fake.transfers().empty());
 }
 
-TEST(ErrorCorrectionTable, WriteBracketsTheTableWithRunModes) {
-    FakeDriver fake;
-    velatrix_device* device = fake.make_device();
+TEST_F(ErrorCorrectionTable, WriteBracketsTheTableWithRunModes) {
     velatrix_hid_feature_error_correction_table table{};
     table.report_id = 0;  // ignored: the report id is always 0x1A
     table.data[0] = 7;
     table.data[2047] = 9;
     EXPECT_EQ(velatrix_set_error_correction(device, &table), 1);
     EXPECT_EQ(fake.sequence(false), "S172 S10 S26 S10");
-    const auto sent = fake.sets(26);
-    ASSERT_EQ(sent.size(), 1u);
-    ASSERT_EQ(sent[0].size(), 2049u);
-    EXPECT_EQ(sent[0][0], 0x1A);
-    EXPECT_EQ(sent[0][1], 7);
-    EXPECT_EQ(sent[0][2048], 9);
+    Bytes expected = wire(0x1A, 2049, {{1, {7}}, {2048, {9}}});
+    EXPECT_EQ(fake.sets(26), (std::vector<Bytes>{expected}));
     EXPECT_EQ(fake.sets(10), (std::vector<Bytes>{{10, 0}, {10, 2}}));
-}
 
-TEST(ErrorCorrectionTable, AFailedWriteLeavesThePadIdle) {
-    FakeDriver fake;
-    velatrix_device* device = fake.make_device();
-    velatrix_hid_feature_error_correction_table table{};
+    // A failed write leaves the pad idle: no return to run mode 2.
+    fake.clear_transfers();
     fake.fail_report(26);
     EXPECT_EQ(velatrix_set_error_correction(device, &table), 0);
-    EXPECT_EQ(fake.sets(10), (std::vector<Bytes>{{10, 0}})) << "no return to run mode 2";
+    EXPECT_EQ(fake.sets(10), (std::vector<Bytes>{{10, 0}}));
 
     // A pad still busy with its run mode after 2200 polls gets no table.
     fake.clear_transfers();
@@ -94,39 +81,29 @@ TEST(ErrorCorrectionTable, AFailedWriteLeavesThePadIdle) {
     EXPECT_TRUE(fake.sets(26).empty());
 }
 
-TEST(ErrorCorrectionTable, NullRecordsAreErrorsWithoutTraffic) {
-    FakeDriver fake;
-    velatrix_device* device = fake.make_device();
-    velatrix_get_error_correction_table_ref(device, nullptr);
-    EXPECT_STREQ(velatrix_get_last_error(), "Record was null, unable to read the error-correction table.");
-    EXPECT_EQ(velatrix_get_error_correction_table(nullptr, device), nullptr);
-    EXPECT_TRUE(fake.transfers().empty());
-}
-
-TEST(ErrorCorrectionTable, PrintsEveryByteAsOneHexRun) {
+TEST(ErrorCorrectionPrint, EveryByteAsOneHexRun) {
     auto table = std::make_unique<velatrix_hid_feature_error_correction_table>();
     table->report_id = 0x1A;
-    std::string hex;
+    std::string hex_run;
     for (int i = 0; i < 2048; ++i) {
         table->data[i] = static_cast<uint8_t>(i * 7);
         char byte[3];
         std::snprintf(byte, sizeof byte, "%02x", table->data[i]);
-        hex += byte;
+        hex_run += byte;
     }
     const std::string header = "velatrix_hid_feature_error_correction_table structure:\n";
     EXPECT_EQ(capture_stdout([&] { velatrix_print_error_correction_table(table.get()); }),
-              header + "data =\n" + hex);
+              header + "data =\n" + hex_run);
     EXPECT_EQ(capture_stdout([] { velatrix_print_error_correction_table(nullptr); }), header + "  NULL\n");
 }
 
-TEST(DeviceUuid, IsTheMd5OfTheTableBytesOnly) {
-    FakeDriver fake;
-    velatrix_device* device = fake.make_device();
+// The identifier is the MD5 of the table bytes only; equal tables give
+// equal identifiers and an unreadable table none.
+TEST_F(ErrorCorrectionTable, DeviceUuidIsTheMd5OfTheTableBytes) {
     fake.answer(26, table_answer(0));
     uint8_t* uuid = velatrix_get_device_uuid(device);
     ASSERT_NE(uuid, nullptr);
-    const auto expected = md5_of(Bytes(2048, 0));
-    EXPECT_EQ(std::memcmp(uuid, expected.data(), 16), 0);
+    EXPECT_EQ(std::memcmp(uuid, md5_of(Bytes(2048, 0)).data(), 16), 0);
     // A well-known digest as a second, independent anchor: MD5 of 2048 zero bytes.
     char text[64];
     std::snprintf(text, sizeof text, "%02x%02x%02x%02x", uuid[0], uuid[1], uuid[2], uuid[3]);
@@ -137,25 +114,17 @@ TEST(DeviceUuid, IsTheMd5OfTheTableBytesOnly) {
     EXPECT_EQ(printed.size(), std::string("Device UUID:\nuuid = ").size() + 36 + 1);
     EXPECT_EQ(printed[20 + 8], '-');
     velatrix_free_device_uuid(uuid);
-
     EXPECT_EQ(capture_stdout([] { velatrix_print_device_uuid(nullptr); }), "Device UUID:\n  NULL\n");
-}
 
-TEST(DeviceUuid, EqualTablesGiveEqualIdentifiersAndAnUnreadableTableNone) {
-    FakeDriver fake;
-    velatrix_device* device = fake.make_device();
     fake.answer(26, table_answer(0x3C));
-    uint8_t* first = velatrix_get_device_uuid(device);
-    uint8_t* second = velatrix_get_device_uuid(device);
-    ASSERT_NE(first, nullptr);
-    ASSERT_NE(second, nullptr);
-    EXPECT_EQ(std::memcmp(first, second, 16), 0);
-    EXPECT_EQ(std::memcmp(first, md5_of(Bytes(2048, 0x3C)).data(), 16), 0);
-    velatrix_free_device_uuid(first);
-    velatrix_free_device_uuid(second);
+    uuid = velatrix_get_device_uuid(device);
+    ASSERT_NE(uuid, nullptr);
+    EXPECT_EQ(std::memcmp(uuid, md5_of(Bytes(2048, 0x3C)).data(), 16), 0);
+    velatrix_free_device_uuid(uuid);
 
     fake.fail_report(26);
     EXPECT_EQ(velatrix_get_device_uuid(device), nullptr);
 }
 
 }  // namespace
+}  // namespace velatrix::testing

@@ -1,11 +1,11 @@
 #include <tuple>
 
-#include "info_report_test_support.h"
+#include "protocol_test.h"
 
 namespace velatrix::testing {
 namespace {
 
-using InfoReports = ReportTest;
+using InfoReports = PadTest;
 
 TEST_F(InfoReports, DisplayInfoReadsAndPrints) {
     fake.answer(100, {100, 0x40, 0x01, 0xF0, 0x00, 24, 8, 16, 12, 30});
@@ -15,188 +15,127 @@ TEST_F(InfoReports, DisplayInfoReadsAndPrints) {
     velatrix_hid_feature_display_info copy;
     std::memset(&copy, 0xAA, sizeof copy);
     velatrix_get_display_info_ref(device, &copy);
-    EXPECT_EQ(copy.width, 320);
-    EXPECT_EQ(copy.max_caption_length, 30);
+    EXPECT_EQ(std::tuple(copy.width, copy.max_caption_length), std::tuple(320, 30));
     EXPECT_EQ(fake.sequence(), "G100 G100");
 
     EXPECT_EQ(capture_stdout([&] { velatrix_print_display_info(&info); }),
-              "velatrix_hid_feature_display_info structure:\n"
-              "         report_id = 100\n"
-              "             width = 320\n"
-              "            height = 240\n"
-              "       color_depth = 24\n"
-              "        text_width = 8\n"
-              "       text_height = 16\n"
-              "      region_count = 12\n"
-              "max_caption_length = 30\n");
+              printed("velatrix_hid_feature_display_info structure:",
+                      {{"report_id", "100"}, {"width", "320"}, {"height", "240"}, {"color_depth", "24"},
+                       {"text_width", "8"}, {"text_height", "16"}, {"region_count", "12"},
+                       {"max_caption_length", "30"}}));
 }
 
 TEST_F(InfoReports, CapabilitiesKeepEveryFieldAndPrintWithAlignedLabels) {
-    fake.answer(11, wire(11, 65,
-                         {{1, {0x01, 0x02, 3, 4, 5, 6, 7, 8, 0xE0, 0x01, 0x10, 0x01, 0x10, 0x27, 0x70, 0x17}},
-                          {17, {0, 0, 0x0F, 0x27, 1, 0, 0x6F, 0x17}},
-                          {25, {0xFF, 0xFF, 0x02, 0x01, 0x04, 0x03, 0x06, 0x05}},
-                          {33, {0xFF, 0xFF, 0xFF, 0xFF, 0x04, 0x03, 0x02, 0x01}},
-                          {41, {1, 0x42, 0x43, 0x44, 1, 0x46, 0x47, 0x48, 0x11}},
-                          {53, {0x12}},
-                          {57, {0x13}},
-                          {61, {0x14, 0, 0, 0x80}}}));
+    fake.answer(11, hex("0b 0102 03 04 05 06 07 08 e001 1001 1027 7017 0000 0f27 0100 6f17 ffff 0201 0403 0605"
+                        "ffffffff 04030201 01 42 4344 01 46 4748 11000000 12000000 13000000 14000080"));
     const velatrix_hid_capabilities caps = velatrix_get_capabilities(device);
     EXPECT_EQ(fake.transfers().at(0).length, 65u);
+    velatrix_hid_capabilities copy;
+    velatrix_get_capabilities_ref(device, &copy);
     // The longest label, supports_screens_resources, sets the column.
-    auto line = [](const std::string& label, const std::string& value) {
-        return std::string(26 - label.size(), ' ') + label + " = " + value + "\n";
-    };
-    const std::string expected =
-        "velatrix_hid_capabilities structure:\n" + line("report_id", "11") + line("supported_reports", "513") +
-        line("coordinate_modes", "3") + line("display_id", "5") + line("brightness_levels", "6") +
-        line("contrast_levels", "7") + line("color_depth", "8") + line("display_width", "480") +
-        line("display_height", "272") + line("digitizer_width", "10000") + line("digitizer_height", "6000") +
-        line("coordinate_xmin", "0") + line("coordinate_xmax", "9999") + line("coordinate_ymin", "1") +
-        line("coordinate_ymax", "5999") + line("calibration_x_min", "65535") + line("calibration_x_max", "258") +
-        line("calibration_y_min", "772") + line("calibration_y_max", "1286") + line("reserved_4", "4294967295") +
-        line("reserved_5", "16909060") + line("mag_reader_id", "1") + line("reserved_6", "66") +
-        line("reserved_7", "17475") + line("supports_screens_resources", "1") + line("reserved_9", "70") +
-        line("reserved_10", "18503") + line("reserved_11", "17") + line("reserved_12", "18") +
-        line("reserved_13", "19") + line("reserved_14", "2147483668");
+    const std::string expected = printed(
+        "velatrix_hid_capabilities structure:",
+        {{"report_id", "11"}, {"supported_reports", "513"}, {"coordinate_modes", "3"}, {"display_id", "5"},
+         {"brightness_levels", "6"}, {"contrast_levels", "7"}, {"color_depth", "8"}, {"display_width", "480"},
+         {"display_height", "272"}, {"digitizer_width", "10000"}, {"digitizer_height", "6000"},
+         {"coordinate_xmin", "0"}, {"coordinate_xmax", "9999"}, {"coordinate_ymin", "1"}, {"coordinate_ymax", "5999"},
+         {"calibration_x_min", "65535"}, {"calibration_x_max", "258"}, {"calibration_y_min", "772"},
+         {"calibration_y_max", "1286"}, {"reserved_4", "4294967295"}, {"reserved_5", "16909060"},
+         {"mag_reader_id", "1"}, {"reserved_6", "66"}, {"reserved_7", "17475"}, {"supports_screens_resources", "1"},
+         {"reserved_9", "70"}, {"reserved_10", "18503"}, {"reserved_11", "17"}, {"reserved_12", "18"},
+         {"reserved_13", "19"}, {"reserved_14", "2147483668"}});
     EXPECT_EQ(capture_stdout([&] { velatrix_print_capabilities(&caps); }), expected);
+    EXPECT_EQ(capture_stdout([&] { velatrix_print_capabilities(&copy); }), expected);
 }
 
-// The print-out of what a getter read from `answer`.
+// The print-out of what a getter read from `answer`; the _ref form, where
+// there is one, must read the same.
 template <class Get, class Print>
 std::string read_and_print(FakeDriver& fake, const Bytes& answer, Get get, Print print) {
     fake.answer(answer.at(0), answer);
     const auto record = get();
     return capture_stdout([&] { print(&record); });
 }
+#define READ_AND_PRINT(answer, family)                                                                        \
+    [&] {                                                                                                     \
+        const std::string out = read_and_print(fake, answer, [&] { return velatrix_get_##family(device); },  \
+                                               velatrix_print_##family);                                      \
+        decltype(velatrix_get_##family(device)) copy;                                                         \
+        velatrix_get_##family##_ref(device, &copy);                                                           \
+        EXPECT_EQ(capture_stdout([&] { velatrix_print_##family(&copy); }), out) << #family "_ref";            \
+        return out;                                                                                           \
+    }()
 
 // Each small report read from the wire and printed whole: the print-out
 // shows every field the read unpacked.
 TEST_F(InfoReports, SmallReportsReadAndPrint) {
-    EXPECT_EQ(read_and_print(fake, {15, 4, 9}, [&] { return velatrix_get_device_configure(device); },
-                             velatrix_print_device_configure),
-              "velatrix_hid_feature_device_configure structure:\n"
-              "  report_id = 15\n"
-              "device_mode = 4\n"
-              "  device_id = 9\n");
-    EXPECT_EQ(read_and_print(fake, {16, 10}, [&] { return velatrix_get_contact_count_maximum(device); },
-                             velatrix_print_contact_count_maximum),
-              "velatrix_hid_feature_contact_count_maximum structure:\n"
-              "contact_count_max = 10\n");
+    EXPECT_EQ(READ_AND_PRINT(Bytes({15, 4, 9}), device_configure),
+              printed("velatrix_hid_feature_device_configure structure:",
+                      {{"report_id", "15"}, {"device_mode", "4"}, {"device_id", "9"}}));
+    EXPECT_EQ(READ_AND_PRINT(Bytes({16, 10}), contact_count_maximum),
+              "velatrix_hid_feature_contact_count_maximum structure:\ncontact_count_max = 10\n");
     // The header names the function, not the record.
-    EXPECT_EQ(read_and_print(fake, {20, 5, 6, 7}, [&] { return velatrix_get_frequency_amplitude(device); },
-                             velatrix_print_frequency_amplitude),
-              "velatrix_print_frequency_amplitude structure:\n"
-              "      frequency = 5\n"
-              "  pen_amplitude = 6\n"
-              "touch_amplitude = 7\n");
+    EXPECT_EQ(READ_AND_PRINT(Bytes({20, 5, 6, 7}), frequency_amplitude),
+              printed("velatrix_print_frequency_amplitude structure:",
+                      {{"frequency", "5"}, {"pen_amplitude", "6"}, {"touch_amplitude", "7"}}));
     EXPECT_EQ(read_and_print(fake, {21, 3}, [&] { return velatrix_get_power_state(device); },
                              velatrix_print_power_state),
-              "velatrix_hid_feature_power_state structure:\n"
-              "power_state = 3\n");
+              "velatrix_hid_feature_power_state structure:\npower_state = 3\n");
     // x_max is sign-extended by the read: the same bits in 16.
-    EXPECT_EQ(read_and_print(fake, {23, 0x10, 0x00, 0xFF, 0xFF, 0x00, 0x80, 0x34, 0x12},
-                             [&] { return velatrix_get_coordinate_range(device); }, velatrix_print_coordinate_range),
-              "velatrix_hid_feature_coordinate_range structure:\n"
-              "x_min = 16\nx_max = 65535\ny_min = 32768\ny_max = 4660\n");
-    EXPECT_EQ(read_and_print(fake, {40, 7, 1, 2, 3}, [&] { return velatrix_get_operating_modes(device); },
-                             velatrix_print_operating_modes),
-              "velatrix_hid_feature_operating_modes structure:\n"
-              "       report_id = 40\n"
-              " supported_modes = 7\n"
-              "acquisition_mode = 1\n"
-              "      touch_mode = 2\n"
-              "        pen_mode = 3\n");
-    EXPECT_EQ(read_and_print(fake, {22, 1, 2, 3, 4, 5, 6, 0x34, 0x12}, [&] { return velatrix_get_version(device); },
-                             velatrix_print_version),
-              "velatrix_hid_feature_version structure:\n"
-              "       report_id = 22\n"
-              "  kernel_version = 1.2.3\n"
-              "firmware_version = 4.5.6\n"
-              "  asic_signature = 4660\n");
+    EXPECT_EQ(READ_AND_PRINT(hex("17 1000 ffff 0080 3412"), coordinate_range),
+              "velatrix_hid_feature_coordinate_range structure:\nx_min = 16\nx_max = 65535\ny_min = 32768\n"
+              "y_max = 4660\n");
+    EXPECT_EQ(READ_AND_PRINT(Bytes({40, 7, 1, 2, 3}), operating_modes),
+              printed("velatrix_hid_feature_operating_modes structure:",
+                      {{"report_id", "40"}, {"supported_modes", "7"}, {"acquisition_mode", "1"}, {"touch_mode", "2"},
+                       {"pen_mode", "3"}}));
+    EXPECT_EQ(READ_AND_PRINT(hex("16 010203 040506 3412"), version),
+              printed("velatrix_hid_feature_version structure:", {{"report_id", "22"}, {"kernel_version", "1.2.3"},
+                                                                  {"firmware_version", "4.5.6"},
+                                                                  {"asic_signature", "4660"}}));
 
-    EXPECT_EQ(fake.sequence(), "G15 G16 G20 G21 G23 G40 G22");
-    const uint32_t lengths[] = {3, 2, 4, 2, 9, 5, 9};
-    for (size_t i = 0; i < std::size(lengths); ++i) EXPECT_EQ(fake.transfers()[i].length, lengths[i]) << i;
+    EXPECT_EQ(fake.sequence(), "G15 G15 G16 G16 G20 G20 G21 G23 G23 G40 G40 G22 G22");
+    std::vector<uint32_t> lengths;
+    for (const Transfer& t : fake.transfers()) lengths.push_back(t.length);
+    EXPECT_EQ(lengths, (std::vector<uint32_t>{3, 3, 2, 2, 4, 4, 2, 9, 9, 5, 5, 9, 9}));
     EXPECT_TRUE(fake.sets().empty());
-
-    // The _ref forms copy what the plain getters read (the answers above stay).
-    velatrix_hid_feature_operating_modes modes;
-    velatrix_get_operating_modes_ref(device, &modes);
-    velatrix_hid_feature_coordinate_range range;
-    velatrix_get_coordinate_range_ref(device, &range);
-    velatrix_hid_feature_version version;
-    velatrix_get_version_ref(device, &version);
-    velatrix_hid_feature_device_configure configure;
-    velatrix_get_device_configure_ref(device, &configure);
-    velatrix_hid_feature_contact_count_maximum contacts;
-    velatrix_get_contact_count_maximum_ref(device, &contacts);
-    velatrix_hid_feature_frequency_amplitude frequency;
-    velatrix_get_frequency_amplitude_ref(device, &frequency);
-    EXPECT_EQ(std::tuple(modes.pen_mode, range.y_max, version.asic_signature, configure.device_id,
-                         contacts.contact_count_max, frequency.touch_amplitude),
-              std::tuple(3, 0x1234, 0x1234, 9, 10, 7));
 
     // Power state values are held in 32 bits but printed as a byte.
     const velatrix_hid_feature_power_state power{21, 0x103};
     EXPECT_EQ(capture_stdout([&] { velatrix_print_power_state(&power); }),
-              "velatrix_hid_feature_power_state structure:\n"
-              "power_state = 3\n");
+              "velatrix_hid_feature_power_state structure:\npower_state = 3\n");
 }
 
+// Every report family prints through the same code: a null record shows
+// the family's header and NULL.
 TEST_F(InfoReports, NullRecordsPrintNull) {
-    const std::string out = capture_stdout([] {
-        velatrix_print_display_info(nullptr);
-        velatrix_print_capabilities(nullptr);
-        velatrix_print_frequency_amplitude(nullptr);
-        velatrix_print_device_status(nullptr);
-        velatrix_print_serial_number(nullptr);
-    });
-    EXPECT_EQ(out,
-              "velatrix_hid_feature_display_info structure:\n  NULL\n"
-              "velatrix_hid_capabilities structure:\n  NULL\n"
-              "velatrix_print_frequency_amplitude structure:\n  NULL\n"
-              "velatrix_hid_feature_device_status:\n  NULL\n"
-              "velatrix_hid_feature_serial_number structure:\n  NULL\n");
+    EXPECT_EQ(capture_stdout([] { velatrix_print_frequency_amplitude(nullptr); }),
+              "velatrix_print_frequency_amplitude structure:\n  NULL\n");
 }
 
-TEST_F(InfoReports, FailedReadsLeaveZeroedRecordsAndLogTheError) {
-    expect_failed_read(100, "velatrix_get_display_info", [&] { return velatrix_get_display_info(device); },
-                       velatrix_print_display_info);
-    expect_failed_read(11, "velatrix_get_capabilities", [&] { return velatrix_get_capabilities(device); },
-                       velatrix_print_capabilities);
-    expect_failed_read(15, "velatrix_get_device_configure", [&] { return velatrix_get_device_configure(device); },
-                       velatrix_print_device_configure);
-    expect_failed_read(16, "velatrix_get_contact_count_maximum",
-                       [&] { return velatrix_get_contact_count_maximum(device); },
-                       velatrix_print_contact_count_maximum);
-    expect_failed_read(20, "velatrix_get_frequency_amplitude",
-                       [&] { return velatrix_get_frequency_amplitude(device); },
-                       velatrix_print_frequency_amplitude);
-    expect_failed_read(21, "velatrix_get_power_state", [&] { return velatrix_get_power_state(device); },
-                       velatrix_print_power_state);
-    expect_failed_read(22, "velatrix_get_version", [&] { return velatrix_get_version(device); },
-                       velatrix_print_version);
-    expect_failed_read(23, "velatrix_get_coordinate_range", [&] { return velatrix_get_coordinate_range(device); },
-                       velatrix_print_coordinate_range);
-    expect_failed_read(27, "velatrix_get_serial_number", [&] { return velatrix_get_serial_number(device); },
-                       velatrix_print_serial_number);
-    expect_failed_read(40, "velatrix_get_operating_modes", [&] { return velatrix_get_operating_modes(device); },
-                       velatrix_print_operating_modes);
+TEST_F(InfoReports, FailedReadsLeaveZeroedRecords) {
+    EXPECT_FAILED_READ(100, display_info);
+    EXPECT_FAILED_READ(11, capabilities);
+    EXPECT_FAILED_READ(15, device_configure);
+    EXPECT_FAILED_READ(16, contact_count_maximum);
+    EXPECT_FAILED_READ(20, frequency_amplitude);
+    EXPECT_FAILED_READ(21, power_state);
+    EXPECT_FAILED_READ(22, version);
+    EXPECT_FAILED_READ(23, coordinate_range);
+    EXPECT_FAILED_READ(27, serial_number);
+    EXPECT_FAILED_READ(40, operating_modes);
     expect_failed_read(13, "velatrix_get_device_status_ref", [&] {
         velatrix_hid_feature_device_status status;
         std::memset(&status, 0x5A, sizeof status);
         velatrix_get_device_status_ref(device, &status);
         return status;
-    },
-                       velatrix_print_device_status);
+    }, velatrix_print_device_status);
 
     // A _ref form overwrites whatever the caller's record held.
     velatrix_hid_feature_display_info info;
     std::memset(&info, 0xAA, sizeof info);
     velatrix_get_display_info_ref(device, &info);
-    EXPECT_EQ(std::tuple(info.report_id, info.width, info.max_caption_length),
-              std::tuple(0, 0, 0));
+    EXPECT_EQ(std::tuple(info.report_id, info.width, info.max_caption_length), std::tuple(0, 0, 0));
 }
 
 }  // namespace

@@ -1,12 +1,13 @@
+#include <functional>
 #include <tuple>
 
-#include "info_report_test_support.h"
+#include "protocol_test.h"
 
 namespace velatrix::testing {
 namespace {
 
-using DeviceStatus = ReportTest;
-using SerialNumber = ReportTest;
+using DeviceStatus = PadTest;
+using SerialNumber = PadTest;
 
 Bytes serial_write(const std::string& text) {
     Bytes bytes = wire(27, 35, {{33, {'S', 'N'}}});
@@ -16,10 +17,8 @@ Bytes serial_write(const std::string& text) {
 
 TEST_F(DeviceStatus, UnpacksFlagsWordsAndErrorText) {
     // Byte 0 of the answer is not trusted: a successful read marks the record 13.
-    Bytes answer = wire(0, 73, {{1, {0x11 | 0xEE, 0x03, 0x25 | 0xC0, 0xAB, 0x34, 0x12, 0x78, 0x56}}});
-    const std::string text = "E42: flash full";
-    std::copy(text.begin(), text.end(), answer.begin() + 9);
-    fake.answer(13, answer);
+    fake.answer(13, wire(0, 73, {{1, {0x11 | 0xEE, 0x03, 0x25 | 0xC0, 0xAB, 0x34, 0x12, 0x78, 0x56}},
+                                 {9, text_bytes("E42: flash full")}}));
 
     velatrix_hid_feature_device_status status;
     std::memset(&status, 0x77, sizeof status);
@@ -33,15 +32,10 @@ TEST_F(DeviceStatus, UnpacksFlagsWordsAndErrorText) {
     EXPECT_EQ(status.reserved3, 0x5678);
 
     EXPECT_EQ(capture_stdout([&] { velatrix_print_device_status(&status); }),
-              "velatrix_hid_feature_device_status:\n"
-              "           report_id = 13\n"
-              "     is_initializing = 1\n"
-              "             is_idle = 1\n"
-              "calibration_required = 1\n"
-              "      is_calibrating = 1\n"
-              "           reserved1 = 0xab\n"
-              "           reserved2 = 0x1234\n"
-              "           errorInfo = \"E42: flash full\"\n");
+              printed("velatrix_hid_feature_device_status:",
+                      {{"report_id", "13"}, {"is_initializing", "1"}, {"is_idle", "1"}, {"calibration_required", "1"},
+                       {"is_calibrating", "1"}, {"reserved1", "0xab"}, {"reserved2", "0x1234"},
+                       {"errorInfo", "\"E42: flash full\""}}));
 }
 
 TEST_F(DeviceStatus, UnterminatedErrorTextPrintsSixtyFourCharacters) {
@@ -57,14 +51,13 @@ TEST_F(DeviceStatus, FailedReadIsAllClear) {
     velatrix_hid_feature_device_status status;
     std::memset(&status, 0xFF, sizeof status);
     EXPECT_EQ(velatrix_get_device_status(&status, device), &status);
-    EXPECT_TRUE(all_zero(status));
+    const auto* bytes = reinterpret_cast<const uint8_t*>(&status);
+    EXPECT_EQ(Bytes(bytes, bytes + sizeof status), Bytes(sizeof status, 0));
 }
 
 TEST_F(DeviceStatus, ClearLastErrorSendsAZeroedStatusReport) {
     EXPECT_EQ(velatrix_clear_last_error(device), 1);
     EXPECT_EQ(fake.sets(13), (std::vector<Bytes>{wire(13, 73)}));
-    fake.fail_report(13);
-    EXPECT_EQ(velatrix_clear_last_error(device), 0);
 }
 
 TEST_F(SerialNumber, ReadCleansErasedFlashAndTerminates) {
@@ -89,62 +82,58 @@ TEST_F(SerialNumber, ReadCleansErasedFlashAndTerminates) {
               "serial_number = 'ABC'\n");
 }
 
+// The write commits the screens (older pads: the regions), switches the pad
+// to run mode 0, writes and goes back to the run mode it found (2 when it
+// was running), also after a failed send; a failed commit or run-mode
+// switch stops it before the write.
 TEST_F(SerialNumber, WriteCommitsThenWritesWhileIdle) {
-    const std::string forty = "0123456789012345678901234567890123456789";
-    EXPECT_EQ(velatrix_set_serial_number(device, forty.c_str(), static_cast<uint32_t>(forty.size())), 1);
-    EXPECT_EQ(fake.sequence(), "G13 G13 S172 G13 G13 G13 S10 G13 S27 G13 S10 G13");
-    EXPECT_EQ(fake.sets(27), (std::vector<Bytes>{serial_write(forty.substr(0, 31))}));
-    EXPECT_EQ(fake.sets(172), (std::vector<Bytes>{{172, 0}}));
-    // The pad was running, so it goes back to run mode 2.
-    EXPECT_EQ(fake.sets(10), (std::vector<Bytes>{{10, 0}, {10, 2}}));
-}
-
-TEST_F(SerialNumber, WriteReturnsToIdleWhenThePadWasIdle) {
-    fake.answer(13, wire(13, 73, {{1, {0x10}}}));
-    EXPECT_EQ(velatrix_set_serial_number(device, "SN-1", 4), 1);
-    EXPECT_EQ(fake.sets(10), (std::vector<Bytes>{{10, 0}, {10, 0}}));
-    EXPECT_EQ(fake.sets(27), (std::vector<Bytes>{serial_write("SN-1")}));
-}
-
-TEST_F(SerialNumber, OlderPadsCommitRegionsInstead) {
-    fake.fail_report(172, "no screens");
+    // Every step waits for the pad; a busy pad gets nothing.
     EXPECT_EQ(velatrix_set_serial_number(device, "AB", 2), 1);
-    EXPECT_EQ(fake.sequence(false), "S172 S115 S10 S27 S10");
-    EXPECT_EQ(fake.sets(115), (std::vector<Bytes>{{115, 0}}));
+    EXPECT_EQ(fake.sequence(), "G13 G13 S172 G13 G13 G13 S10 G13 S27 G13 S10 G13");
 
-    fake.clear_transfers();
-    fake.fail_report(115, "no regions either");
-    EXPECT_EQ(velatrix_set_serial_number(device, "AB", 2), 0);
-    EXPECT_EQ(fake.sequence(false), "S172 S115");
-}
-
-TEST_F(SerialNumber, WriteFailures) {
     // Busy pad: nothing is sent.
+    fake.clear_transfers();
     fake.busy_for(1000, 0x04);
     EXPECT_EQ(velatrix_set_serial_number(device, "AB", 2), 0);
     EXPECT_TRUE(fake.sets().empty());
     EXPECT_EQ(fake.gets_of(13), 100);
-    fake.busy_for(0, 0);
 
-    // A failed send still returns the pad to its run mode.
-    fake.clear_transfers();
-    fake.fail_report(27, "write refused");
-    EXPECT_EQ(velatrix_set_serial_number(device, "AB", 2), 0);
-    EXPECT_EQ(fake.sequence(false), "S172 S10 S27 S10");
-    EXPECT_STREQ(velatrix_get_last_error(), "write refused");
-
-    // No text to copy is a caller error.
-    fake.clear_transfers();
-    EXPECT_EQ(velatrix_set_serial_number(device, nullptr, 5), 0);
-    EXPECT_TRUE(fake.transfers().empty());
-}
-
-TEST_F(SerialNumber, FailedRunModeSwitchStopsTheWrite) {
-    // Status polls: serial wait, commit before, commit after, status read,
-    // then the run-mode wait finds the pad busy for good.
-    fake.answer_sequence(13, {wire(13, 73), wire(13, 73), wire(13, 73), wire(13, 73), wire(13, 73, {{3, {0x01}}})});
-    EXPECT_EQ(velatrix_set_serial_number(device, "AB", 2), 0);
-    EXPECT_EQ(fake.sequence(false), "S172");
+    const Bytes idle = wire(13, 73, {{1, {0x10}}});
+    const struct {
+        const char* name;
+        std::function<void(FakeDriver&)> arrange;
+        const char* text;
+        int result;
+        const char* sequence;  // without the status polls
+        std::vector<Bytes> sets;
+    } kCases[] = {
+        {"running pad, text cut to 31", [](FakeDriver&) {}, "0123456789012345678901234567890123456789", 1,
+         "S172 S10 S27 S10", {{172, 0}, {10, 0}, serial_write("0123456789012345678901234567890"), {10, 2}}},
+        {"idle pad", [&](FakeDriver& f) { f.answer(13, idle); }, "SN-1", 1, "S172 S10 S27 S10",
+         {{172, 0}, {10, 0}, serial_write("SN-1"), {10, 0}}},
+        {"no screens", [](FakeDriver& f) { f.fail_report(172, "no screens"); }, "AB", 1, "S172 S115 S10 S27 S10",
+         {{172, 0}, {115, 0}, {10, 0}, serial_write("AB"), {10, 2}}},
+        {"no regions either", [](FakeDriver& f) { f.fail_report(172), f.fail_report(115); }, "AB", 0, "S172 S115",
+         {{172, 0}, {115, 0}}},
+        {"send refused", [](FakeDriver& f) { f.fail_report(27, "write refused"); }, "AB", 0, "S172 S10 S27 S10",
+         {{172, 0}, {10, 0}, serial_write("AB"), {10, 2}}},
+        // Status polls: serial wait, commit before, commit after, status
+        // read, then the run-mode wait finds the pad busy for good.
+        {"run mode switch fails",
+         [](FakeDriver& f) {
+             f.answer_sequence(13, {wire(13, 73), wire(13, 73), wire(13, 73), wire(13, 73), wire(13, 73, {{3, {1}}})});
+         },
+         "AB", 0, "S172", {{172, 0}}},
+    };
+    for (const auto& c : kCases) {
+        SCOPED_TRACE(c.name);
+        FakeDriver other;
+        velatrix_device* pad = other.make_device();
+        c.arrange(other);
+        EXPECT_EQ(velatrix_set_serial_number(pad, c.text, static_cast<uint32_t>(std::strlen(c.text))), c.result);
+        EXPECT_EQ(other.sequence(false), c.sequence);
+        EXPECT_EQ(other.sets(), c.sets);
+    }
 }
 
 }  // namespace

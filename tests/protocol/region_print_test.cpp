@@ -1,7 +1,7 @@
 // Printed form of both region generations, one record of each type.
 #include <gtest/gtest.h>
 
-#include "region_test_util.h"
+#include "protocol_test.h"
 
 namespace velatrix::testing {
 namespace {
@@ -24,20 +24,21 @@ Record common(uint8_t number, uint32_t type) {
     return record;
 }
 
-const char* const kPlace =
-    "         Reserved 1: 126\n"
-    "         Reserved 2: %s\n"
-    "                 X1: 10\n"
-    "                 Y1: 20\n"
-    "                 X2: 300\n"
-    "                 Y2: 400\n"
-    "         Foreground: #44112233\n"
-    "         Background: #ddaabbcc\n";
+// Print-out lines: labels right-aligned to 19 columns (longer ones as they are).
+std::string lines(const std::vector<std::pair<std::string, std::string>>& fields) {
+    std::string out;
+    for (const auto& [label, value] : fields) {
+        out += std::string(label.size() < 19 ? 19 - label.size() : 0, ' ') + label + ": " + value + "\n";
+    }
+    return out;
+}
 
 std::string place(const char* reserved2) {
-    char text[512];
-    std::snprintf(text, sizeof text, kPlace, reserved2);
-    return text;
+    return lines({{"Reserved 1", "126"}, {"Reserved 2", reserved2}, {"X1", "10"}, {"Y1", "20"}, {"X2", "300"},
+                  {"Y2", "400"}, {"Foreground", "#44112233"}, {"Background", "#ddaabbcc"}});
+}
+std::string region(int number, const char* type) {
+    return "   Region " + std::to_string(number) + ":\n" + lines({{"Type", type}});
 }
 
 TEST(RegionPrintTest, RegionTableRecords) {
@@ -47,9 +48,9 @@ TEST(RegionPrintTest, RegionTableRecords) {
         common<velatrix_device_region_info>(3, VELATRIX_REGION_LINE),
         common<velatrix_device_region_info>(4, 7),
     };
-    for (auto& region : regions) {
-        region.visible = 1;
-        region.reserved2 = 305419896;
+    for (auto& r : regions) {
+        r.visible = 1;
+        r.reserved2 = 305419896;
     }
     regions[0].data.container = {1, 3, 0, 0};
     regions[1].data.button.parent = 1;
@@ -59,34 +60,14 @@ TEST(RegionPrintTest, RegionTableRecords) {
     regions[2].data.line = {2, 5, 0};
 
     const std::string flags =
-        "      Accepts Touch: 1\n"
-        "             Decode: 0\n"
-        "            Visible: 1\n"
-        "             In Use: 0\n"
-        "          Has Frame: 1\n" +
+        lines({{"Accepts Touch", "1"}, {"Decode", "0"}, {"Visible", "1"}, {"In Use", "0"}, {"Has Frame", "1"}}) +
         place("305419896");
-    const std::string expected = "velatrix_device_region_info structure:\n"
-                                 "   Region 1:\n"
-                                 "               Type: Container\n" +
-                                 flags +
-                                 "         Ink Enable: 1\n"
-                                 "          Ink Width: 3\n"
-                                 "   Region 2:\n"
-                                 "               Type: Button\n" +
-                                 flags +
-                                 "             Parent: 1\n"
-                                 "    Clear on Select: 1\n"
-                                 "             Enable: 1\n"
-                                 "Highlight on Select: 0\n"
-                                 "            Caption: Accept\n"
-                                 "   Region 3:\n"
-                                 "               Type: Line\n" +
-                                 flags +
-                                 "             Parent: 2\n"
-                                 "              Width: 5\n"
-                                 "   Region 4:\n"
-                                 "               Type: \n" +
-                                 flags;
+    const std::string expected =
+        "velatrix_device_region_info structure:\n" + region(1, "Container") + flags +
+        lines({{"Ink Enable", "1"}, {"Ink Width", "3"}}) + region(2, "Button") + flags +
+        lines({{"Parent", "1"}, {"Clear on Select", "1"}, {"Enable", "1"}, {"Highlight on Select", "0"},
+               {"Caption", "Accept"}}) +
+        region(3, "Line") + flags + lines({{"Parent", "2"}, {"Width", "5"}}) + region(4, "") + flags;
     EXPECT_EQ(capture_stdout([&] { velatrix_print_regions(regions, 4); }), expected);
     EXPECT_EQ(capture_stdout([] { velatrix_print_regions(nullptr, 3); }),
               "velatrix_device_region_info structure:\n  NULL\n");
@@ -100,16 +81,14 @@ TEST(RegionPrintTest, DeviceRegionRecords) {
         common<velatrix_device_region>(4, VELATRIX_REGION_GRAPHIC),
         common<velatrix_device_region>(5, VELATRIX_REGION_TEXT),
     };
-    for (auto& region : regions) {
-        region.output_to_host = 1;
-        region.reserved2[0] = 200;
-        region.reserved2[1] = 1;
+    for (auto& r : regions) {
+        r.output_to_host = 1;
+        r.reserved2[0] = 200;
+        r.reserved2[1] = 1;
     }
     regions[0].data.container = {1, 2, 0, 0};
     auto& button = regions[1].data.button;
-    button.enable = 1;
-    button.highlight_on_select = 1;
-    button.confirm_on_select = 1;
+    button.enable = button.highlight_on_select = button.confirm_on_select = 1;
     button.resource_number_normal = 11;
     button.resource_number_selected = 12;
     // A caption filling its whole field prints without running past it.
@@ -124,48 +103,18 @@ TEST(RegionPrintTest, DeviceRegionRecords) {
     regions[4].data.text.vertical_justification = 7;
 
     const std::string flags =
-        "      Accepts Touch: 1\n"
-        "             Decode: 0\n"
-        "          Has Frame: 1\n"
-        "     Output To Host: 1\n" +
-        place("200");
-    const std::string expected = "velatrix_device_region_info structure:\n"
-                                 "   Region 1:\n"
-                                 "               Type: Container\n" +
-                                 flags +
-                                 "         Ink Enable: 1\n"
-                                 "          Ink Width: 2\n"
-                                 "   Region 2:\n"
-                                 "               Type: Button\n" +
-                                 flags +
-                                 "    Clear on Select: 0\n"
-                                 "             Enable: 1\n"
-                                 "Highlight on Select: 1\n"
-                                 "  Confirm on Select: 1\n"
-                                 "       Use Resource: 0\n"
-                                 "            Caption: " +
-                                 std::string(100, 'c') +
-                                 "\n"
-                                 "Resource Number Normal: 11\n"
-                                 "Resource Number Selected: 12\n"
-                                 "   Region 3:\n"
-                                 "               Type: Line\n" +
-                                 flags +
-                                 "             Parent: 3\n"
-                                 "              Width: 4\n"
-                                 "   Region 4:\n"
-                                 "               Type: Graphic\n" +
-                                 flags +
-                                 "     Graphic Number: 9\n"
-                                 "Horizontal Justification: 1\n"
-                                 "Vertical Justification: 15\n"
-                                 "   Region 5:\n"
-                                 "               Type: Text\n" +
-                                 flags +
-                                 "    Resource Number: 6\n"
-                                 "        Font Number: 2\n"
-                                 "Horizontal Justification: 0\n"
-                                 "Vertical Justification: 7\n";
+        lines({{"Accepts Touch", "1"}, {"Decode", "0"}, {"Has Frame", "1"}, {"Output To Host", "1"}}) + place("200");
+    const std::string expected =
+        "velatrix_device_region_info structure:\n" + region(1, "Container") + flags +
+        lines({{"Ink Enable", "1"}, {"Ink Width", "2"}}) + region(2, "Button") + flags +
+        lines({{"Clear on Select", "0"}, {"Enable", "1"}, {"Highlight on Select", "1"}, {"Confirm on Select", "1"},
+               {"Use Resource", "0"}, {"Caption", std::string(100, 'c')}, {"Resource Number Normal", "11"},
+               {"Resource Number Selected", "12"}}) +
+        region(3, "Line") + flags + lines({{"Parent", "3"}, {"Width", "4"}}) + region(4, "Graphic") + flags +
+        lines({{"Graphic Number", "9"}, {"Horizontal Justification", "1"}, {"Vertical Justification", "15"}}) +
+        region(5, "Text") + flags +
+        lines({{"Resource Number", "6"}, {"Font Number", "2"}, {"Horizontal Justification", "0"},
+               {"Vertical Justification", "7"}});
     EXPECT_EQ(capture_stdout([&] { velatrix_print_device_regions(regions, 5); }), expected);
     EXPECT_EQ(capture_stdout([] { velatrix_print_device_regions(nullptr, 0); }),
               "velatrix_device_region_info structure:\n  NULL\n");

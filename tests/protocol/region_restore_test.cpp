@@ -2,7 +2,9 @@
 // screens, by rewriting differing table regions (never region 1) on others.
 #include <gtest/gtest.h>
 
-#include "region_test_util.h"
+#include <functional>
+
+#include "protocol_test.h"
 
 namespace velatrix::testing {
 namespace {
@@ -28,48 +30,49 @@ Bytes table(uint8_t id, const std::vector<Bytes>& blocks) {
 
 class RegionRestoreTest : public PadTest {
 protected:
-    void SetUp() override {
-        use_pad(3, kCaption);
-        // Region 1 and 3 differ from their defaults, region 2 does not.
-        fake.answer(0x6F, table(0x6F, {line_block(1, 10), line_block(2, 20), line_block(3, 30)}));
-        fake.answer(0x6E, table(0x6E, {line_block(1, 11), line_block(2, 20), line_block(3, 33)}));
-    }
+    void SetUp() override { use_pad(3, kCaption); }
 };
 
-TEST_F(RegionRestoreTest, PadWithScreensRestoresOnCommitBetweenRunModes) {
-    ASSERT_EQ(velatrix_restore_default_regions(device), 1);
-    EXPECT_EQ(fake.sequence(), "G13 G13 S10 G13 G13 S172 G13 G13 G13 S10 G13");
-    EXPECT_EQ(fake.sets(10), (std::vector<Bytes>{{10, 0}, {10, 2}}));
-    EXPECT_EQ(fake.sets(0xAC), (std::vector<Bytes>{{0xAC, 0}}));
-}
-
-TEST_F(RegionRestoreTest, IdlePadKeepsItsRunMode) {
-    fake.answer(13, status(0, 0x10));
-    ASSERT_EQ(velatrix_restore_default_regions(device), 1);
-    EXPECT_EQ(fake.sequence(), "G13 G13 S172 G13 G13");
-}
-
-TEST_F(RegionRestoreTest, FailedCommitFallsBackToTheTableButNeverRegionOne) {
-    fake.fail_report(0xAC);
-    ASSERT_EQ(velatrix_restore_default_regions(device), 1);
-    EXPECT_EQ(fake.sequence(false), "S10 S172 S10 G111 G110 S112");
-    EXPECT_EQ(fake.sets(10), (std::vector<Bytes>{{10, 0}, {10, 2}}));
-    Bytes expected = {0x70};
+// Pads with screens restore on a commit between run modes (an idle pad
+// keeps its run mode); a failed commit falls back to rewriting the table
+// regions that differ, but never region 1; so does a pad without status.
+TEST_F(RegionRestoreTest, ByCommitOrByRewritingTheTable) {
+    Bytes region_3 = {0x70};
     const Bytes block = line_block(3, 30);
-    expected.insert(expected.end(), block.begin(), block.end());
-    EXPECT_EQ(fake.sets(0x70), (std::vector<Bytes>{expected}));
-}
-
-TEST_F(RegionRestoreTest, PadWithoutStatusGoesStraightToTheTable) {
-    fake.fail_report(13);
-    ASSERT_EQ(velatrix_restore_default_regions(device), 1);
-    EXPECT_EQ(fake.sequence(false), "G111 G110 S112");
-
-    fake.clear_transfers();
-    fake.fail_report(0x70);
-    EXPECT_EQ(velatrix_restore_default_regions(device), 0);
-    fake.fail_report(0x6E);
-    EXPECT_EQ(velatrix_restore_default_regions(device), 0);
+    region_3.insert(region_3.end(), block.begin(), block.end());
+    const struct {
+        const char* name;
+        std::function<void(FakeDriver&)> arrange;
+        int result;
+        bool with_polls;
+        const char* sequence;
+        std::vector<Bytes> sets;
+    } kCases[] = {
+        {"running pad with screens", [](FakeDriver&) {}, 1, true, "G13 G13 S10 G13 G13 S172 G13 G13 G13 S10 G13",
+         {{10, 0}, {0xAC, 0}, {10, 2}}},
+        {"idle pad", [](FakeDriver& f) { f.answer(13, status(0, 0x10)); }, 1, true, "G13 G13 S172 G13 G13",
+         {{0xAC, 0}}},
+        {"failed commit", [](FakeDriver& f) { f.fail_report(0xAC); }, 1, false, "S10 S172 S10 G111 G110 S112",
+         {{10, 0}, {0xAC, 0}, {10, 2}, region_3}},
+        {"no status", [](FakeDriver& f) { f.fail_report(13); }, 1, false, "G111 G110 S112", {region_3}},
+        {"no status, table write fails",
+         [](FakeDriver& f) { f.fail_report(13), f.fail_report(0x70); }, 0, false, "G111 G110 S112", {region_3}},
+        {"no status, table read fails",
+         [](FakeDriver& f) { f.fail_report(13), f.fail_report(0x6E); }, 0, false, "G111 G110", {}},
+    };
+    for (const auto& c : kCases) {
+        SCOPED_TRACE(c.name);
+        FakeDriver other;
+        velatrix_device* pad = other.make_device();
+        pad->display_info = device->display_info;
+        // Region 1 and 3 differ from their defaults, region 2 does not.
+        other.answer(0x6F, table(0x6F, {line_block(1, 10), line_block(2, 20), line_block(3, 30)}));
+        other.answer(0x6E, table(0x6E, {line_block(1, 11), line_block(2, 20), line_block(3, 33)}));
+        c.arrange(other);
+        EXPECT_EQ(velatrix_restore_default_regions(pad), c.result);
+        EXPECT_EQ(other.sequence(c.with_polls), c.sequence);
+        EXPECT_EQ(other.sets(), c.sets);
+    }
 }
 
 }  // namespace
