@@ -129,6 +129,9 @@ VELATRIX_API int velatrix_virtual_short_answer(velatrix_virtual_pad pad, uint8_t
 /* Answers to gets of the report come back under id + 1 with every payload
  * byte inverted. */
 VELATRIX_API int velatrix_virtual_malformed_answer(velatrix_virtual_pad pad, uint8_t report_id);
+/* The next open of the pad is refused, as a missing permission refuses it
+ * (velatrix_open_device fails); the open after it works again. */
+VELATRIX_API int velatrix_virtual_refuse_open(velatrix_virtual_pad pad);
 /* Ends every fault above, the held busy flags included. */
 VELATRIX_API int velatrix_virtual_clear_faults(velatrix_virtual_pad pad);
 VELATRIX_API uint32_t velatrix_virtual_transfer_count(velatrix_virtual_pad pad);

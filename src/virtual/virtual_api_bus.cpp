@@ -1,8 +1,10 @@
 // C API: models, plugging, the wire, input and faults.
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 
 #include "host/hid_host.h"
+#include "virtual/virtual_hid_layer.h"
 #include "virtual/virtual_api_common.h"
 
 using velatrix::virtual_pad::all_models;
@@ -276,11 +278,19 @@ int velatrix_virtual_malformed_answer(velatrix_virtual_pad pad, uint8_t report_i
     return 1;
 }
 
+int velatrix_virtual_refuse_open(velatrix_virtual_pad pad) {
+    VELATRIX_TRACE_FUNCTION();
+    if (!pad_or_error(pad)) return 0;
+    velatrix::virtual_pad::bus_hid_layer().fail_next_open(pad, EACCES);
+    return 1;
+}
+
 int velatrix_virtual_clear_faults(velatrix_virtual_pad pad) {
     VELATRIX_TRACE_FUNCTION();
     auto found = pad_or_error(pad);
     if (!found) return 0;
     found->clear_faults();
+    velatrix::virtual_pad::bus_hid_layer().clear_faults(pad);
     return 1;
 }
 

@@ -1,5 +1,6 @@
 #include "virtual/virtual_bus.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "virtual/virtual_hid_layer.h"
@@ -76,7 +77,10 @@ std::shared_ptr<VirtualBus::Watcher> VirtualBus::add_watcher() {
 
 VirtualBus::Change VirtualBus::wait_change(Watcher& watcher) {
     std::unique_lock lock(mutex_);
+    watcher.waiting = true;
+    changed_.notify_all();
     changed_.wait(lock, [&] { return watcher.stopped || watcher.pending.has_value(); });
+    watcher.waiting = false;
     if (watcher.stopped) return Change::stopped;
     Change first = *watcher.pending;
     watcher.pending.reset();
@@ -92,6 +96,21 @@ void VirtualBus::stop_watcher(Watcher& watcher) {
 uint64_t VirtualBus::changes() const {
     std::lock_guard lock(mutex_);
     return changes_;
+}
+
+bool VirtualBus::wait_watcher_idle(std::chrono::milliseconds timeout) {
+    std::unique_lock lock(mutex_);
+    return changed_.wait_for(lock, timeout, [&] {
+        return std::ranges::any_of(watchers_, [](const std::weak_ptr<Watcher>& held) {
+            std::shared_ptr<Watcher> watcher = held.lock();
+            return watcher && watcher->waiting && !watcher->pending;
+        });
+    });
+}
+
+std::size_t VirtualBus::watchers() const {
+    std::lock_guard lock(mutex_);
+    return std::ranges::count_if(watchers_, [](const std::weak_ptr<Watcher>& held) { return !held.expired(); });
 }
 
 void VirtualBus::changed_locked(Change kind) {

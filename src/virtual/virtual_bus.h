@@ -2,6 +2,7 @@
 // USB watches of the host driver wait on. One process-wide bus.
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <cstdint>
 #include <map>
@@ -36,6 +37,7 @@ public:
     struct Watcher {
         std::optional<Change> pending;
         bool stopped = false;
+        bool waiting = false;  // inside wait_change
     };
     std::shared_ptr<Watcher> add_watcher();
     // Blocks until a pad is plugged or unplugged after the watcher last
@@ -44,6 +46,14 @@ public:
     Change wait_change(Watcher& watcher);
     void stop_watcher(Watcher& watcher);
     uint64_t changes() const;
+
+    // For tests of the host's hot-plug thread: waits until a watcher is
+    // inside wait_change with nothing left to tell (the thread is idle);
+    // false when `timeout` passes first.
+    bool wait_watcher_idle(std::chrono::milliseconds timeout);
+    // Watchers still held by a USB watch (none once the host has released
+    // its watch).
+    std::size_t watchers() const;
 
     // Interface keys handed to the host: "virtual:<id>".
     static std::string key_of(int id);

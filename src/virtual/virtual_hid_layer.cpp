@@ -2,6 +2,8 @@
 
 #include <atomic>
 #include <cerrno>
+#include <deque>
+#include <utility>
 
 namespace velatrix::virtual_pad {
 
@@ -24,23 +26,26 @@ host::Transfer to_transfer(const TransferOutcome& outcome) {
 
 class VirtualHidInterface final : public host::HidInterface {
 public:
-    explicit VirtualHidInterface(std::shared_ptr<VirtualPad> pad)
-        : pad_(std::move(pad)), reader_(pad_->attach_reader()) {}
+    VirtualHidInterface(std::shared_ptr<VirtualPad> pad, const VirtualHidLayer& layer)
+        : pad_(std::move(pad)), reader_(pad_->attach_reader()), layer_(layer) {}
     ~VirtualHidInterface() override { close(); }
 
     int report_descriptor(std::vector<uint8_t>& descriptor) override {
         descriptor.clear();
         if (closed_) return EBADF;
         if (pad_->gone()) return ENODEV;
+        if (auto error = layer_.faults_of(pad_->id()).descriptor_error) return *error;
         descriptor = pad_->report_descriptor();
         return 0;
     }
 
     host::InputResult wait_input(std::chrono::milliseconds timeout, const host::InputSink& sink) override {
         if (closed_) return {host::InputStatus::closed, 0};
-        std::vector<Bytes> reports;
-        InputWait waited = pad_->wait_input(*reader_, timeout, reports);
-        for (const Bytes& report : reports) sink(report);
+        // The queue is kept from wait to wait: handing reports over makes
+        // no allocation, so the host's read path can be measured through it.
+        InputWait waited = pad_->wait_input(*reader_, timeout, delivering_);
+        for (const Bytes& report : delivering_) sink(report);
+        delivering_.clear();
         pad_->leave_input(*reader_);
         switch (waited) {
         case InputWait::delivered:
@@ -57,11 +62,13 @@ public:
 
     host::Transfer get_feature(std::span<uint8_t> report) override {
         if (closed_) return {EBADF, EBADF, 0};
+        if (int status = layer_.faults_of(pad_->id()).transfer_status) return {status, EIO, 0};
         return to_transfer(pad_->get_feature(report));
     }
 
     host::Transfer set_feature(std::span<const uint8_t> report) override {
         if (closed_) return {EBADF, EBADF, 0};
+        if (int status = layer_.faults_of(pad_->id()).transfer_status) return {status, EIO, 0};
         return to_transfer(pad_->set_feature(report));
     }
 
@@ -73,6 +80,8 @@ public:
 private:
     std::shared_ptr<VirtualPad> pad_;
     std::shared_ptr<InputReader> reader_;
+    const VirtualHidLayer& layer_;
+    std::deque<Bytes> delivering_;
     std::atomic<bool> closed_{false};
 };
 
@@ -117,6 +126,12 @@ host::HidInterfaceInfo VirtualHidLayer::describe(const VirtualPad& pad) {
 
 host::Enumeration VirtualHidLayer::enumerate() {
     host::Enumeration result;
+    {
+        std::lock_guard lock(mutex_);
+        ++enumerations_;
+        result.error = enumerate_error_;
+    }
+    if (result.error != 0) return result;
     for (const auto& pad : bus_.pads()) result.interfaces.push_back(describe(*pad));
     return result;
 }
@@ -127,13 +142,70 @@ std::unique_ptr<host::HidInterface> VirtualHidLayer::open(const std::string& key
         error = ENOENT;
         return nullptr;
     }
-    error = 0;
-    return std::make_unique<VirtualHidInterface>(std::move(pad));
+    {
+        std::lock_guard lock(mutex_);
+        auto found = pad_faults_.find(pad->id());
+        error = found != pad_faults_.end() ? std::exchange(found->second.open_error, 0) : 0;
+    }
+    if (error != 0) return nullptr;
+    return std::make_unique<VirtualHidInterface>(std::move(pad), *this);
 }
 
 std::unique_ptr<host::UsbWatch> VirtualHidLayer::watch_usb(int& error) {
-    error = 0;
+    {
+        std::lock_guard lock(mutex_);
+        error = watch_error_;
+    }
+    if (error != 0) return nullptr;
     return std::make_unique<VirtualUsbWatch>(bus_);
+}
+
+void VirtualHidLayer::fail_enumerate(int error) {
+    std::lock_guard lock(mutex_);
+    enumerate_error_ = error;
+}
+
+void VirtualHidLayer::fail_next_open(int id, int error) {
+    std::lock_guard lock(mutex_);
+    pad_faults_[id].open_error = error;
+}
+
+void VirtualHidLayer::fail_descriptor(int id, int error) {
+    std::lock_guard lock(mutex_);
+    pad_faults_[id].descriptor_error = error;
+}
+
+void VirtualHidLayer::fail_transfers(int id, int status) {
+    std::lock_guard lock(mutex_);
+    pad_faults_[id].transfer_status = status;
+}
+
+void VirtualHidLayer::fail_watch(int error) {
+    std::lock_guard lock(mutex_);
+    watch_error_ = error;
+}
+
+void VirtualHidLayer::clear_faults() {
+    std::lock_guard lock(mutex_);
+    enumerate_error_ = 0;
+    watch_error_ = 0;
+    pad_faults_.clear();
+}
+
+void VirtualHidLayer::clear_faults(int id) {
+    std::lock_guard lock(mutex_);
+    pad_faults_.erase(id);
+}
+
+VirtualHidLayer::PadFaults VirtualHidLayer::faults_of(int id) const {
+    std::lock_guard lock(mutex_);
+    auto found = pad_faults_.find(id);
+    return found != pad_faults_.end() ? found->second : PadFaults{};
+}
+
+unsigned VirtualHidLayer::enumerations() const {
+    std::lock_guard lock(mutex_);
+    return enumerations_;
 }
 
 VirtualHidLayer& bus_hid_layer() {

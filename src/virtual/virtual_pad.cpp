@@ -102,15 +102,14 @@ std::shared_ptr<InputReader> VirtualPad::attach_reader() {
 }
 
 InputWait VirtualPad::wait_input(InputReader& reader, std::chrono::milliseconds timeout,
-                                 std::vector<Bytes>& reports) {
+                                 std::deque<Bytes>& reports) {
     std::unique_lock lock(mutex_);
     if (reader.closed) return InputWait::closed;
     reader.waiting = true;
     changed_.wait_for(lock, timeout, [&] { return reader.closed || gone_ || !reader.queue.empty(); });
     if (reader.closed) return InputWait::closed;
     if (!reader.queue.empty()) {
-        reports.assign(std::make_move_iterator(reader.queue.begin()), std::make_move_iterator(reader.queue.end()));
-        reader.queue.clear();
+        reports.swap(reader.queue);
         return InputWait::delivered;
     }
     return gone_ ? InputWait::gone : InputWait::timeout;

@@ -59,9 +59,11 @@ public:
 
     // Input side of an open interface.
     std::shared_ptr<InputReader> attach_reader();
-    // Waits up to `timeout`; moves what arrived into `reports`. While a
-    // caller is between wait_input and leave_input, close_reader waits.
-    InputWait wait_input(InputReader& reader, std::chrono::milliseconds timeout, std::vector<Bytes>& reports);
+    // Waits up to `timeout`; swaps what arrived with `reports` (which should
+    // come empty), so a reader that keeps its queue allocates nothing per
+    // report. While a caller is between wait_input and leave_input,
+    // close_reader waits.
+    InputWait wait_input(InputReader& reader, std::chrono::milliseconds timeout, std::deque<Bytes>& reports);
     void leave_input(InputReader& reader);
     void close_reader(InputReader& reader);
 

@@ -24,6 +24,7 @@
 #include "velatrix-virtual.h"
 #include "virtual/pad_model.h"
 #include "virtual/virtual_bus.h"
+#include "virtual/virtual_hid_layer.h"
 
 namespace velatrix::e2e {
 
@@ -119,6 +120,7 @@ protected:
         records_.clear();
         velatrix_destroy();
         velatrix_virtual_unplug_all();
+        virtual_pad::bus_hid_layer().clear_faults();
         host::clear_path_snapshots();
         if (saved_simulate_) {
             setenv("VELATRIX_SIMULATE", saved_simulate_->c_str(), 1);

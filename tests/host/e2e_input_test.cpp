@@ -1,6 +1,7 @@
 // Input from the pad to the application's callbacks: reading on the
-// caller's thread and on a read thread. A pad pulled out mid-read is the
-// threaded suite's (tests/threads).
+// caller's thread (oversized reports, an empty wait, a closed device) and
+// on a read thread. A pad pulled out mid-read is the threaded suite's
+// (tests/threads).
 #include <tuple>
 
 #include "e2e_fixture.h"
@@ -151,6 +152,33 @@ TEST_F(E2eInput, CardSwipesAdcAndDebugSamplesArriveWhileMalformedReportsAreDropp
                          d.value7, d.value8, d.value9, d.last),
               std::tuple(1, 16, 1, 2, 3, 4, 5, 6, 7, 8, 0x8009, 77));
     EXPECT_EQ(device_->open, 1);
+}
+
+TEST_F(E2eInput, OversizedReportsAreCutAndAReadOfNothingWaitsASecond) {
+    velatrix_register_input_callback(device_, first_callback);
+    Bytes big(700, 0);
+    big[0] = 1;
+    ASSERT_EQ(velatrix_virtual_push_input(pad_, big.data(), static_cast<uint32_t>(big.size())), 1);
+    EXPECT_EQ(velatrix_device_read(device_), 1);
+    std::vector<Seen> events = seen.take();
+    ASSERT_EQ(events.size(), 1u);
+    EXPECT_EQ(std::tuple(events[0].type, events[0].raw_length), std::tuple(VELATRIX_INPUT_COORDINATE, 512u));
+    EXPECT_EQ(host::real(device_)->scheduled, 1);
+    EXPECT_EQ(host::real(device_)->pending_reports.size(), 0u);
+
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(velatrix_device_read(device_), 1);
+    const auto waited = std::chrono::steady_clock::now() - start;
+    EXPECT_GE(waited, 900ms);
+    EXPECT_LT(waited, 3s);
+    EXPECT_TRUE(seen.take().empty());
+
+    ASSERT_EQ(velatrix_close_device(device_), 1);
+    EXPECT_EQ(velatrix_real_device_read(device_), 0);
+    EXPECT_STREQ(velatrix_get_last_error(), "Device is not open");
+    velatrix_report_error_internal("%s", "");
+    EXPECT_EQ(velatrix_real_device_read(nullptr), 0);
+    EXPECT_STREQ(velatrix_get_last_error(), "Device is not open");
 }
 
 TEST_F(E2eInput, ReadThreadDeliversInputAndStopsWithinASecondOfDone) {

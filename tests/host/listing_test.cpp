@@ -1,18 +1,14 @@
-// Listing pads, their path texts, the path snapshots, opening and closing.
-#include <cstring>
-#include <tuple>
+// Listing pads, their path texts, the path snapshots, opening and closing
+// through the driver, and the HID service's failures on the way.
+#include <cerrno>
+#include <deque>
 
-#include "driver_fixture.h"
+#include "e2e_fixture.h"
 
-namespace velatrix::testing {
+namespace velatrix::e2e {
 namespace {
 
-host::HidInterfaceInfo with_vendor_usage(uint16_t vendor, uint32_t usage, uint32_t location) {
-    host::HidInterfaceInfo info = pad_info(0x0100, location);
-    info.vendor_id = vendor;
-    info.primary_usage = usage;
-    return info;
-}
+using virtual_pad::bus_hid_layer;
 
 TEST(DevicePath, FormatsTransportIdsUsageAndLocation) {
     host::HidInterfaceInfo info;
@@ -34,45 +30,46 @@ TEST(DevicePath, FormatsTransportIdsUsageAndLocation) {
     EXPECT_EQ(host::device_path(info).size(), 255u);
 }
 
-using ListingTest = HostDriverTest;
+// A pad of the first built-in model as another vendor, another usage or
+// without strings. Kept for the process: a plugged pad refers to its model.
+velatrix_virtual_pad plug_variant(uint16_t vendor, uint32_t usage, bool strings = true) {
+    static std::deque<PadModel> made;
+    PadModel& model = made.emplace_back(*virtual_pad::all_models().front());
+    model.vendor_id = vendor;
+    model.usage = usage;
+    if (!strings) model.manufacturer = model.product = "";
+    return virtual_pad::VirtualBus::instance().plug(model)->id();
+}
 
-TEST_F(ListingTest, TakesOnlyThePadVendorWithUsage0Or6InServiceOrder) {
-    layer_.add(with_vendor_usage(host::kVendorId, 1, 0x01100000));  // pad vendor, other usage
-    layer_.add(with_vendor_usage(0x046D, 6, 0x01200000));           // other vendor
-    layer_.add(with_vendor_usage(host::kVendorId, 6, 0x01300000));
-    auto bare = with_vendor_usage(host::kVendorId, 0, 0x01400000);
-    bare.manufacturer.reset();
-    bare.product.reset();
-    layer_.add(bare);
+using ListingTest = E2e;
 
-    velatrix_device* head = list();
-    ASSERT_EQ(velatrix_count_device_list(head), 2u);
-    char expected[64];
-    std::snprintf(expected, sizeof expected, "USB_%04x_0100_ff00_06_1300000", host::kVendorId);
-    EXPECT_STREQ(head->path, expected);
-    EXPECT_EQ(head->vendor_id, host::kVendorId);
-    EXPECT_EQ(head->product_id, 0x0100);
-    EXPECT_STREQ(head->manufacturer, "Velatrix");
-    EXPECT_STREQ(head->model, "Quillmark pad");
-    EXPECT_EQ(head->driver, &velatrix_real_driver);
-    EXPECT_EQ(head->open, 0);
-    velatrix_device* second = head->next;
-    std::snprintf(expected, sizeof expected, "USB_%04x_0100_ff00_00_1400000", host::kVendorId);
-    EXPECT_STREQ(second->path, expected);
-    EXPECT_EQ(std::tuple(second->manufacturer, second->model, second->next),
-              std::tuple(nullptr, nullptr, nullptr));
+TEST_F(ListingTest, TakesOnlyThePadVendorWithUsage0Or6InBusOrder) {
+    plug_variant(host::kVendorId, 1);
+    plug_variant(0x046D, 6);
+    const velatrix_virtual_pad pad = plug("mono-320");
+    const velatrix_virtual_pad bare = plug_variant(host::kVendorId, 0, false);
+
+    const std::vector<velatrix_device*> listed = list();
+    ASSERT_EQ(listed.size(), 2u);
+    const velatrix_device* first = listed[0];
+    EXPECT_EQ(std::string(first->path), expected_path(pad));
+    EXPECT_EQ(std::tuple(first->vendor_id, first->product_id, std::string(first->manufacturer),
+                         std::string(first->model), first->driver, first->open),
+              std::tuple(host::kVendorId, velatrix_virtual_product_id(pad), std::string("Velatrix"),
+                         std::string("Quillmark M320"), &velatrix_real_driver, 0));
+    EXPECT_EQ(std::string(listed[1]->path), expected_path(bare));
+    EXPECT_EQ(std::tuple(listed[1]->manufacturer, listed[1]->model), std::tuple(nullptr, nullptr));
 }
 
 TEST_F(ListingTest, NoPadsGiveANullHeadAndAServiceFailureAnError) {
-    layer_.add(with_vendor_usage(0x046D, 6, 0));
+    plug_variant(0x046D, 6);
     velatrix_device* head = reinterpret_cast<velatrix_device*>(0x1);
     EXPECT_EQ(velatrix_real_list_devices(&velatrix_real_driver, &head), 1);
     EXPECT_EQ(head, nullptr);
 
-    layer_.set_enumerate_error(EACCES);
+    bus_hid_layer().fail_enumerate(EACCES);
     EXPECT_EQ(velatrix_real_list_devices(&velatrix_real_driver, &head), 0);
-    EXPECT_EQ(std::string(velatrix_get_last_error()),
-              "Problem initializing hid manager (13): " + std::string(std::strerror(EACCES)) + "\n");
+    EXPECT_EQ(last_error(), "Problem initializing hid manager (13): " + std::string(std::strerror(EACCES)) + "\n");
 }
 
 TEST_F(ListingTest, SnapshotsGiveAddedInNewOrderAndRemovedInOldOrder) {
@@ -83,11 +80,11 @@ TEST_F(ListingTest, SnapshotsGiveAddedInNewOrderAndRemovedInOldOrder) {
     EXPECT_EQ(changes.removed, (std::vector<std::string>{"b", "d"}));
 
     // Listing rotates the same snapshots: a pad listed twice is no change.
-    layer_.add(pad_info(0x0100, 0x01100000));
+    const velatrix_virtual_pad pad = plug("mono-320");
     list();
     changes = host::diff_path_snapshots();
     EXPECT_EQ(changes.removed, (std::vector<std::string>{"e", "c", "a", "f"}));
-    ASSERT_EQ(changes.added.size(), 1u);
+    EXPECT_EQ(changes.added, (std::vector<std::string>{expected_path(pad)}));
     list();
     changes = host::diff_path_snapshots();
     EXPECT_TRUE(changes.added.empty());
@@ -95,35 +92,30 @@ TEST_F(ListingTest, SnapshotsGiveAddedInNewOrderAndRemovedInOldOrder) {
 }
 
 TEST_F(ListingTest, OpenFindsThePadByPathAndReportsWhyItCannot) {
-    layer_.add(with_vendor_usage(0x046D, 6, 0x01100000));
-    auto pad = layer_.add(pad_info(0x0100, 0x01200000), pad_descriptor_1_2_13());
-    velatrix_device* device = list();
+    plug_variant(0x046D, 6);
+    const velatrix_virtual_pad pad = plug("mono-320");
+    velatrix_device* device = find(pad);
     ASSERT_NE(device, nullptr);
 
-    layer_.set_open_error(EACCES);
+    ASSERT_EQ(velatrix_virtual_refuse_open(pad), 1);
     EXPECT_EQ(velatrix_real_open_device(device), 0);
-    EXPECT_STREQ(velatrix_get_last_error(), "Problem opening device (permissions issue?): 13\n");
+    EXPECT_EQ(last_error(), "Problem opening device (permissions issue?): 13\n");
 
-    layer_.set_open_error(0);
-    ASSERT_EQ(velatrix_real_open_device(device), 1);
-    velatrix_real_device* record = real(device);
+    ASSERT_EQ(velatrix_real_open_device(device), 1) << "only the next open is refused";
+    velatrix_real_device* record = host::real(device);
     EXPECT_NE(record->hid_device, nullptr);
-    EXPECT_EQ(record->scheduled, 0);
-    EXPECT_EQ(record->unplugged, 0);
-    EXPECT_EQ(std::strncmp(record->run_loop_mode, "ZEMI_", 5), 0);
+    EXPECT_EQ(std::tuple(record->scheduled, record->unplugged, std::string(record->run_loop_mode, 5)),
+              std::tuple(0, 0, std::string("ZEMI_")));
     EXPECT_EQ(velatrix_real_close_device(device), 1);
-    EXPECT_EQ(pad->closes, 1);
     EXPECT_EQ(record->run_loop_mode[0], '\0');
     // Reopening works on the same record.
     ASSERT_EQ(velatrix_real_open_device(device), 1);
     EXPECT_EQ(velatrix_real_close_device(device), 1);
-    EXPECT_EQ(pad->closes, 2);
 
-    layer_.remove(1);
+    ASSERT_EQ(velatrix_virtual_unplug(pad), 1);
     EXPECT_EQ(velatrix_real_open_device(device), 0);
-    EXPECT_EQ(std::string(velatrix_get_last_error()),
-              "Unable to find device with path: " + std::string(device->path) + "\n");
+    EXPECT_EQ(last_error(), "Unable to find device with path: " + std::string(device->path) + "\n");
 }
 
 }  // namespace
-}  // namespace velatrix::testing
+}  // namespace velatrix::e2e

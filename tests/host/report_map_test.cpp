@@ -1,11 +1,13 @@
 // The report map built from the pad's descriptor, and the feature
-// transfers that consult it.
-#include <cstring>
+// transfers that consult it, through the driver on a virtual pad.
+#include <cerrno>
 
-#include "driver_fixture.h"
+#include "e2e_fixture.h"
 
-namespace velatrix::testing {
+namespace velatrix::e2e {
 namespace {
+
+using virtual_pad::bus_hid_layer;
 
 std::vector<int> declared_ids(const uint8_t* map) {
     std::vector<int> ids;
@@ -16,7 +18,14 @@ std::vector<int> declared_ids(const uint8_t* map) {
 }
 
 TEST(ParseHidDescriptor, MarksExactlyTheDeclaredIdsAndLeavesEntry255) {
-    Bytes descriptor = pad_descriptor_1_2_13();
+    // A vendor collection with input reports 1 and 2 and feature report 13.
+    const Bytes descriptor = {
+        0x06, 0x00, 0xFF, 0x09, 0x06, 0xA1, 0x01,  // Usage Page, Usage, Collection
+        0x85, 0x01, 0x09, 0x01, 0x15, 0x00, 0x26, 0xFF, 0x00, 0x75, 0x08, 0x95, 0x05, 0x81, 0x02,
+        0x85, 0x02, 0x09, 0x02, 0x95, 0x06, 0x81, 0x02,
+        0x85, 0x0D, 0x09, 0x0D, 0x95, 0x48, 0xB1, 0x02,
+        0xC0,  // End Collection
+    };
     uint8_t map[256];
     std::memset(map, 7, sizeof map);
     parse_hid_descriptor(descriptor.data(), static_cast<uint32_t>(descriptor.size()), map);
@@ -46,108 +55,105 @@ TEST(ParseHidDescriptor, WalksItemSizesAndStopsAtTheEnd) {
     EXPECT_EQ(declared_ids(map), (std::vector<int>{255}));
 }
 
-using ReportMapTest = HostDriverTest;
+// The monochrome pad, listed and opened through the driver alone (no
+// description reads): transfers are counted from zero.
+class ReportMapTest : public E2e {
+protected:
+    void SetUp() override {
+        E2e::SetUp();
+        pad_ = plug("mono-320");
+        device_ = find(pad_);
+        ASSERT_NE(device_, nullptr);
+    }
+    void TearDown() override {
+        if (device_ != nullptr) velatrix_real_close_device(device_);
+        E2e::TearDown();
+    }
+    uint32_t transfers() const { return velatrix_virtual_transfer_count(pad_); }
+
+    velatrix_virtual_pad pad_ = 0;
+    velatrix_device* device_ = nullptr;
+};
 
 TEST_F(ReportMapTest, FeatureRequestsForUndeclaredIdsNeverReachThePad) {
-    auto pad = layer_.add(pad_info(0x0042, 0x01200000), pad_descriptor_1_2_13());
-    pad->feature_answers[13] = {13, 0xAA, 0xBB};
-    velatrix_device* device = open_first();
-    ASSERT_NE(device, nullptr);
-    EXPECT_EQ(declared_ids(real(device)->report_map), (std::vector<int>{1, 2, 13}));
+    ASSERT_EQ(velatrix_real_open_device(device_), 1);
+    const uint8_t* map = host::real(device_)->report_map;
+    EXPECT_EQ(std::tuple(map[100], map[162], map[255]), std::tuple(1, 0, 0)) << "the mono pad has no screens";
 
-    uint8_t request[8] = {14};
-    EXPECT_EQ(velatrix_real_hid_get_feature_report(device, request, sizeof request), 0);
-    EXPECT_STREQ(velatrix_get_last_error(), "Report id 14 isn't supported by this device.\n");
-    EXPECT_EQ(velatrix_real_hid_set_feature_report(device, request, sizeof request), 0);
-    EXPECT_STREQ(velatrix_get_last_error(), "Report id 14 isn't supported by this device.\n");
-    EXPECT_TRUE(pad->gets.empty());
-    EXPECT_TRUE(pad->sets.empty());
+    uint8_t screen[8] = {162};
+    EXPECT_EQ(velatrix_real_hid_get_feature_report(device_, screen, sizeof screen), 0);
+    EXPECT_EQ(last_error(), "Report id 162 isn't supported by this device.\n");
+    EXPECT_EQ(velatrix_real_hid_set_feature_report(device_, screen, sizeof screen), 0);
+    EXPECT_EQ(last_error(), "Report id 162 isn't supported by this device.\n");
+    EXPECT_EQ(transfers(), 0u);
 
-    uint8_t status[5] = {13};
-    EXPECT_EQ(velatrix_real_hid_get_feature_report(device, status, sizeof status), 1);
-    EXPECT_EQ(Bytes(status, status + 5), (Bytes{13, 0xAA, 0xBB, 0, 0}));
-    ASSERT_EQ(pad->gets.size(), 1u);
-    EXPECT_EQ(pad->gets[0], (Bytes{13, 0, 0, 0, 0}));  // the whole buffer offered
-
-    uint8_t command[4] = {13, 1, 2, 3};
-    EXPECT_EQ(velatrix_real_hid_set_feature_report(device, command, sizeof command), 1);
-    ASSERT_EQ(pad->sets.size(), 1u);
-    EXPECT_EQ(pad->sets[0], (Bytes{13, 1, 2, 3}));
+    // The whole buffer is offered: the pad cuts its answer to it.
+    uint8_t info[5] = {100};
+    EXPECT_EQ(velatrix_real_hid_get_feature_report(device_, info, sizeof info), 1);
+    EXPECT_EQ(Bytes(info, info + 5), (Bytes{100, 0x40, 0x01, 0xF0, 0x00}));
+    uint8_t idle[2] = {10, 0};
+    EXPECT_EQ(velatrix_real_hid_set_feature_report(device_, idle, sizeof idle), 1);
+    EXPECT_EQ(transfers(), 2u);
 }
 
 TEST_F(ReportMapTest, FailedTransfersNameTheIdStatusAndErrno) {
-    auto pad = layer_.add(pad_info(0x0042, 0x01200000), pad_descriptor_1_2_13());
-    velatrix_device* device = open_first();
-    ASSERT_NE(device, nullptr);
-    pad->transfer_status = 0x2005;  // only the low 13 bits are shown
-
-    uint8_t buffer[3] = {13};
-    EXPECT_EQ(velatrix_real_hid_get_feature_report(device, buffer, sizeof buffer), 0);
-    EXPECT_EQ(std::string(velatrix_get_last_error()),
-              "Problem getting hid report 13 (IOReturn: 5, errno: 5): " + std::string(std::strerror(EIO)) + "\n");
-    EXPECT_EQ(velatrix_real_hid_set_feature_report(device, buffer, sizeof buffer), 0);
-    EXPECT_EQ(std::string(velatrix_get_last_error()),
-              "Problem setting hid report 13 (IOReturn: 5, errno: 5): " + std::string(std::strerror(EIO)) + "\n");
+    ASSERT_EQ(velatrix_real_open_device(device_), 1);
+    bus_hid_layer().fail_transfers(pad_, 0x2005);  // only the low 13 bits are shown
+    uint8_t buffer[3] = {100};
+    EXPECT_EQ(velatrix_real_hid_get_feature_report(device_, buffer, sizeof buffer), 0);
+    EXPECT_EQ(last_error(),
+              "Problem getting hid report 100 (IOReturn: 5, errno: 5): " + std::string(std::strerror(EIO)) + "\n");
+    EXPECT_EQ(velatrix_real_hid_set_feature_report(device_, buffer, sizeof buffer), 0);
+    EXPECT_EQ(last_error(),
+              "Problem setting hid report 100 (IOReturn: 5, errno: 5): " + std::string(std::strerror(EIO)) + "\n");
 
     // Nothing to send or no device: an error, never a crash.
-    EXPECT_EQ(velatrix_real_hid_get_feature_report(device, buffer, 0), 0);
-    EXPECT_STREQ(velatrix_get_last_error(), "Problem getting hid report: no device or an empty buffer.\n");
+    EXPECT_EQ(velatrix_real_hid_get_feature_report(device_, buffer, 0), 0);
+    EXPECT_EQ(last_error(), "Problem getting hid report: no device or an empty buffer.\n");
     EXPECT_EQ(velatrix_real_hid_set_feature_report(nullptr, buffer, sizeof buffer), 0);
-    EXPECT_STREQ(velatrix_get_last_error(), "Problem setting hid report: no device or an empty buffer.\n");
+    EXPECT_EQ(last_error(), "Problem setting hid report: no device or an empty buffer.\n");
 
     // Output reports are accepted and never sent.
+    bus_hid_layer().clear_faults(pad_);
     uint8_t output[2] = {99, 1};
-    EXPECT_EQ(velatrix_real_hid_set_output_report(device, output, sizeof output), 1);
-    EXPECT_EQ(velatrix_real_hid_set_output_report(device, nullptr, 0), 1);
-    EXPECT_EQ(pad->sets.size(), 1u);  // only the failed feature set above
+    EXPECT_EQ(velatrix_real_hid_set_output_report(device_, output, sizeof output), 1);
+    EXPECT_EQ(velatrix_real_hid_set_output_report(device_, nullptr, 0), 1);
+    EXPECT_EQ(transfers(), 0u);
 }
 
-TEST_F(ReportMapTest, UnreadableDescriptorLetsIds0To254Through) {
-    auto pad = layer_.add(pad_info(0x0042, 0x01200000), pad_descriptor_1_2_13());
-    pad->descriptor_error = EIO;
-    velatrix_device* device = list();
-    ASSERT_NE(device, nullptr);
-    ASSERT_EQ(velatrix_real_open_device(device), 1);
-    EXPECT_EQ(std::string(velatrix_get_last_error()),
-              "Problem getting hid descriptor (errno: 5): " + std::string(std::strerror(EIO)) + "\n");
-    const uint8_t* map = real(device)->report_map;
-    EXPECT_EQ(declared_ids(map).size(), 255u);
-    EXPECT_EQ(map[255], 0);
+// An unreadable descriptor, or an empty one, lets every id but 255 through.
+TEST_F(ReportMapTest, UnreadableOrEmptyDescriptorLetsIds0To254Through) {
+    for (const int error : {EIO, 0}) {
+        SCOPED_TRACE(error);
+        bus_hid_layer().fail_descriptor(pad_, error);
+        ASSERT_EQ(velatrix_real_open_device(device_), 1);
+        const int shown = error != 0 ? error : ENODATA;
+        EXPECT_EQ(last_error(), "Problem getting hid descriptor (errno: " + std::to_string(shown) +
+                                    "): " + std::string(std::strerror(shown)) + "\n");
+        const uint8_t* map = host::real(device_)->report_map;
+        EXPECT_EQ(declared_ids(map).size(), 255u);
+        EXPECT_EQ(map[255], 0);
 
-    uint8_t buffer[2] = {255};
-    EXPECT_EQ(velatrix_real_hid_get_feature_report(device, buffer, sizeof buffer), 0);
-    EXPECT_STREQ(velatrix_get_last_error(), "Report id 255 isn't supported by this device.\n");
-    buffer[0] = 200;
-    EXPECT_EQ(velatrix_real_hid_get_feature_report(device, buffer, sizeof buffer), 1);
-    EXPECT_EQ(pad->gets.size(), 1u);
-}
-
-TEST_F(ReportMapTest, EmptyDescriptorCountsAsUnreadable) {
-    layer_.add(pad_info(0x0042, 0x01200000), Bytes{});
-    velatrix_device* device = list();
-    ASSERT_NE(device, nullptr);
-    ASSERT_EQ(velatrix_real_open_device(device), 1);
-    EXPECT_EQ(std::string(velatrix_get_last_error()),
-              "Problem getting hid descriptor (errno: " + std::to_string(ENODATA) + "): " +
-                  std::string(std::strerror(ENODATA)) + "\n");
-    const uint8_t* map = real(device)->report_map;
-    EXPECT_EQ(declared_ids(map).size(), 255u);
-    EXPECT_EQ(map[255], 0);
-    EXPECT_EQ(velatrix_real_close_device(device), 1);
+        uint8_t buffer[2] = {255};
+        const uint32_t before = transfers();
+        EXPECT_EQ(velatrix_real_hid_get_feature_report(device_, buffer, sizeof buffer), 0);
+        EXPECT_EQ(last_error(), "Report id 255 isn't supported by this device.\n");
+        buffer[0] = 162;  // undeclared by the pad, yet sent (and refused there)
+        velatrix_real_hid_get_feature_report(device_, buffer, sizeof buffer);
+        EXPECT_EQ(transfers(), before + 1);
+        EXPECT_EQ(velatrix_real_close_device(device_), 1);
+    }
 }
 
 TEST_F(ReportMapTest, TransfersAfterCloseFailWithoutReachingThePad) {
-    auto pad = layer_.add(pad_info(0x0042, 0x01200000), pad_descriptor_1_2_13());
-    velatrix_device* device = open_first();
-    ASSERT_NE(device, nullptr);
-    ASSERT_EQ(velatrix_real_close_device(device), 1);
-    uint8_t buffer[2] = {13};
-    EXPECT_EQ(velatrix_real_hid_get_feature_report(device, buffer, sizeof buffer), 0);
-    EXPECT_EQ(std::string(velatrix_get_last_error()),
-              "Problem getting hid report 13 (IOReturn: 9, errno: 9): " + std::string(std::strerror(EBADF)) + "\n");
-    EXPECT_TRUE(pad->gets.empty());
-    device->open = 0;
+    ASSERT_EQ(velatrix_real_open_device(device_), 1);
+    ASSERT_EQ(velatrix_real_close_device(device_), 1);
+    uint8_t buffer[2] = {100};
+    EXPECT_EQ(velatrix_real_hid_get_feature_report(device_, buffer, sizeof buffer), 0);
+    EXPECT_EQ(last_error(),
+              "Problem getting hid report 100 (IOReturn: 9, errno: 9): " + std::string(std::strerror(EBADF)) + "\n");
+    EXPECT_EQ(transfers(), 0u);
 }
 
 }  // namespace
-}  // namespace velatrix::testing
+}  // namespace velatrix::e2e

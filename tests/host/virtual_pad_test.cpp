@@ -2,7 +2,7 @@
 // VELATRIX_SIMULATE.
 #include <cstdlib>
 
-#include "driver_fixture.h"
+#include "e2e_fixture.h"
 #include "support/log_capture.h"
 #include "velatrix-virtual.h"
 #include "virtual/virtual_hid_layer.h"

@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <new>
 
-#include "host/driver_fixture.h"
+#include "host/e2e_fixture.h"
 #include "velatrix/input.h"
 
 extern "C" {
@@ -64,7 +64,7 @@ void operator delete[](void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
 
-namespace velatrix::testing {
+namespace velatrix::e2e {
 namespace {
 
 std::atomic<int> delivered{0};
@@ -74,19 +74,20 @@ int on_input(velatrix_device*, const velatrix_input_report* record, int type, co
     return 0;
 }
 
-class ReadAllocations : public HostDriverTest {};
+using ReadAllocations = E2e;
 
 TEST_F(ReadAllocations, NonePerReportFromTheAccessLayerToTheCallbacks) {
-    auto pad = layer_.add(pad_info(0x0100, 0x01200000), pad_descriptor_1_2_13());
-    velatrix_device* device = open_first();
+    const velatrix_virtual_pad pad = plug("mono-320");
+    velatrix_device* device = open(pad);
     ASSERT_NE(device, nullptr);
-    velatrix_list_add(device->input_callbacks, reinterpret_cast<void*>(&on_input));
+    velatrix_register_input_callback(device, on_input);
+    const uint8_t report[] = {1, 0x11, 0x01, 0x02, 0x78, 0x56};
     // Bursts of every size up to the queue's slots made at open: the first
     // read of each size is measured like every other.
     for (int burst : {1, 2, 16, 64}) {
         SCOPED_TRACE(burst);
         delivered = 0;
-        for (int i = 0; i < burst; ++i) pad->push_input({1, 0x11, 0x01, 0x02, 0x78, 0x56});
+        for (int i = 0; i < burst; ++i) velatrix_virtual_push_input(pad, report, sizeof report);
         counting = true;
         allocations = 0;
         const int result = velatrix_real_device_read(device);
@@ -96,7 +97,6 @@ TEST_F(ReadAllocations, NonePerReportFromTheAccessLayerToTheCallbacks) {
         EXPECT_EQ(allocations, 0);
     }
     // The service drivers call for each report takes the same path.
-    const uint8_t report[] = {1, 0x11, 0x01, 0x02, 0x78, 0x56};
     delivered = 0;
     counting = true;
     allocations = 0;
@@ -115,4 +115,4 @@ TEST_F(ReadAllocations, NonePerReportFromTheAccessLayerToTheCallbacks) {
 }
 
 }  // namespace
-}  // namespace velatrix::testing
+}  // namespace velatrix::e2e

@@ -1,17 +1,18 @@
-// The hot-plug thread: start and stop, the settle-then-list dispatch, and
-// the order of added and removed callbacks.
-#include <chrono>
-#include <thread>
+// The hot-plug thread on the virtual bus: start and stop, the
+// settle-then-list dispatch, and the order of added and removed callbacks.
+#include <cerrno>
+#include <deque>
 
-#include "host/driver_fixture.h"
+#include "host/e2e_fixture.h"
 #include "support/log_capture.h"
 #include "support/recorder.h"
-#include "velatrix/input.h"
 
-namespace velatrix::testing {
+namespace velatrix::e2e {
 namespace {
 
 using namespace std::chrono_literals;
+using virtual_pad::bus_hid_layer;
+using virtual_pad::VirtualBus;
 
 struct Event {
     uint32_t event;
@@ -19,37 +20,36 @@ struct Event {
     bool operator==(const Event&) const = default;
 };
 
-Recorder<Event> events;
+testing::Recorder<Event> events;
 
 int record_hotplug(uint32_t event, const char* path) {
     events.add(Event{event, path});
     return 0;
 }
 
-class HotplugTest : public ::testing::Test {
+// A device of another vendor: the bus tells of it, the driver lists none.
+void plug_other_vendor() {
+    static std::deque<PadModel> made;
+    PadModel& model = made.emplace_back(*virtual_pad::all_models().front());
+    model.vendor_id = 0x046D;
+    VirtualBus::instance().plug(model);
+}
+
+class HotplugTest : public E2e {
 protected:
     void SetUp() override {
-        host::clear_path_snapshots();
         events.take(0, 0ms);
-        velatrix_init();
-        ASSERT_TRUE(layer_.watch_made());
+        E2e::SetUp();
         // Callbacks are registered only while the thread waits for a change,
         // never while it may walk the list.
-        ASSERT_TRUE(layer_.wait_for_watcher(5s));
+        ASSERT_TRUE(idle());
+        listings_ = bus_hid_layer().enumerations();
     }
-    void TearDown() override {
-        velatrix_destroy();
-        host::clear_path_snapshots();
-    }
+    // True once the hot-plug thread has handled every change and waits again.
+    static bool idle() { return VirtualBus::instance().wait_watcher_idle(5s); }
+    unsigned listings() const { return bus_hid_layer().enumerations() - listings_; }
 
-    // Lets the hot-plug thread handle one change and waits until it is idle again.
-    void change(host::UsbChange kind) {
-        layer_.push_usb_change(kind);
-        ASSERT_TRUE(layer_.wait_for_watcher(5s));
-    }
-
-    FakeHidLayer layer_;
-    ScopedLayer scoped_{layer_};
+    unsigned listings_ = 0;
 };
 
 TEST_F(HotplugTest, ThreadRunsFromInitAndEndsSoonAfterDestroy) {
@@ -60,102 +60,95 @@ TEST_F(HotplugTest, ThreadRunsFromInitAndEndsSoonAfterDestroy) {
 
     // A change is under way (waiting out its settle time) when destroy comes.
     velatrix_register_hotplug_callback(&record_hotplug);
-    layer_.push_usb_change(host::UsbChange::attached);
+    plug("mono-320");
     std::this_thread::sleep_for(100ms);
     auto start = std::chrono::steady_clock::now();
     velatrix_destroy();
     EXPECT_EQ(velatrix_real_thread_running(), 0);
     EXPECT_EQ(velatrix_get_device_callbacks(), nullptr);
-    EXPECT_TRUE(layer_.watch_stopped());
-    EXPECT_TRUE(layer_.watcher_ended()) << "destroy returns with the hot-plug thread joined";
+    // The watch is released only after the thread is joined.
+    EXPECT_EQ(VirtualBus::instance().watchers(), 0u) << "destroy returns with the hot-plug thread joined";
     EXPECT_LT(std::chrono::steady_clock::now() - start, 1s);
-    EXPECT_EQ(layer_.enumerations(), 0);  // the interrupted change listed nothing
+    EXPECT_EQ(listings(), 0u) << "the interrupted change listed nothing";
     EXPECT_TRUE(events.take(1, 0ms).empty());
 
     // Started again, it runs again.
     velatrix_init();
     EXPECT_EQ(velatrix_real_thread_running(), 1);
-    ASSERT_TRUE(layer_.wait_for_watcher(5s));
+    ASSERT_TRUE(idle());
 }
 
 TEST_F(HotplugTest, WithoutCallbacksAChangeListsNothing) {
-    layer_.add(pad_info(0x0100, 0x01100000));
-    change(host::UsbChange::attached);
-    change(host::UsbChange::detached);
-    EXPECT_EQ(layer_.enumerations(), 0);
+    const velatrix_virtual_pad pad = plug("mono-320");
+    ASSERT_TRUE(idle());
+    velatrix_virtual_unplug(pad);
+    ASSERT_TRUE(idle());
+    EXPECT_EQ(listings(), 0u);
 }
 
 TEST_F(HotplugTest, AddedPathsComeBeforeRemovedOnesAndOtherDevicesGiveNone) {
     velatrix_register_hotplug_callback(&record_hotplug);
     velatrix_register_hotplug_callback(&record_hotplug);  // called twice per path
 
-    // Another vendor's device: a listing, no callback.
-    host::HidInterfaceInfo mouse = pad_info(0x0200, 0x01500000);
-    mouse.vendor_id = 0x046D;
-    layer_.add(mouse);
-    change(host::UsbChange::attached);
-    EXPECT_EQ(layer_.enumerations(), 1);
+    plug_other_vendor();
+    ASSERT_TRUE(idle());
+    EXPECT_EQ(listings(), 1u) << "a listing, no callback";
 
-    auto first = pad_info(0x0100, 0x01100000);
-    layer_.add(first);  // index 1
-    change(host::UsbChange::attached);
-    const std::string first_path = host::device_path(first);
+    const velatrix_virtual_pad first = plug("mono-320");
+    const std::string first_path = expected_path(first);
     EXPECT_EQ(events.take(2, 5s), (std::vector<Event>{{0, first_path}, {0, first_path}}));
+    ASSERT_TRUE(idle());
 
-    // One pad leaves while two arrive: both arrivals first, then the departure.
-    auto second = pad_info(0x0101, 0x01200000);
-    auto third = pad_info(0x0102, 0x01300000);
-    layer_.remove(1);
-    layer_.add(second);
-    layer_.add(third);
-    change(host::UsbChange::detached);
-    const std::string second_path = host::device_path(second);
-    const std::string third_path = host::device_path(third);
+    // One pad leaves while two arrive, within one settle time: both
+    // arrivals first, then the departure.
+    velatrix_virtual_unplug(first);
+    const velatrix_virtual_pad second = plug("color-800");
+    const velatrix_virtual_pad third = plug("mono-320");
+    const std::string second_path = expected_path(second);
+    const std::string third_path = expected_path(third);
     EXPECT_EQ(events.take(6, 5s), (std::vector<Event>{{0, second_path},
-                                                           {0, second_path},
-                                                           {0, third_path},
-                                                           {0, third_path},
-                                                           {1, first_path},
-                                                           {1, first_path}}));
-    EXPECT_EQ(layer_.enumerations(), 3);
-}
-
-TEST_F(HotplugTest, AnApplicationListingInBetweenHidesTheArrival) {
-    velatrix_register_hotplug_callback(&record_hotplug);
-    layer_.add(pad_info(0x0100, 0x01100000));
-    velatrix_device* head = nullptr;
-    velatrix_list_devices(&head);  // the application sees the pad first
-    EXPECT_EQ(velatrix_count_device_list(head), 1u);
-    velatrix_free_device_list(head);
-    change(host::UsbChange::attached);
-    EXPECT_EQ(layer_.enumerations(), 2);
+                                                      {0, second_path},
+                                                      {0, third_path},
+                                                      {0, third_path},
+                                                      {1, first_path},
+                                                      {1, first_path}}));
+    ASSERT_TRUE(idle());
     EXPECT_TRUE(events.take(1, 0ms).empty());
 }
 
+TEST_F(HotplugTest, AnApplicationListingInBetweenHidesTheArrival) {
+    plug("mono-320");
+    ASSERT_TRUE(idle());
+    EXPECT_EQ(list().size(), 1u);  // the application sees the pad first
+    velatrix_register_hotplug_callback(&record_hotplug);
+    plug_other_vendor();
+    ASSERT_TRUE(idle());
+    EXPECT_EQ(listings(), 2u);
+    EXPECT_TRUE(events.take(1, 0ms).empty());
+}
 
 // Without any USB notification source (no netlink, no udev daemon) the
 // driver still starts, lists and stops; only hot-plug callbacks stay silent.
-TEST(HotplugWithoutNotifications, DriverStartsListsAndStopsCleanly) {
-    host::clear_path_snapshots();
-    FakeHidLayer layer;
-    layer.set_watch_error(EPERM);
-    layer.add(pad_info(0x0100, 0x01100000));
-    ScopedLayer scoped(layer);
-    LogCapture log;
+TEST_F(HotplugTest, WithoutNotificationsTheDriverStartsListsAndStopsCleanly) {
+    velatrix_destroy();
+    bus_hid_layer().fail_watch(EPERM);
+    plug("mono-320");
+    testing::LogCapture log;
     velatrix_init();
     EXPECT_EQ(velatrix_real_driver.initialised, 1);
     // The missing source is not reported: the monitor just stays quiet.
     EXPECT_TRUE(log.texts(VELATRIX_LEVEL_WARNING).empty());
+    EXPECT_EQ(VirtualBus::instance().watchers(), 0u);
     velatrix_register_hotplug_callback(&record_hotplug);
-    velatrix_device* head = nullptr;
-    ASSERT_EQ(velatrix_list_devices(&head), 1);
-    EXPECT_EQ(velatrix_count_device_list(head), 1u);
-    velatrix_free_device_list(head);
+    EXPECT_EQ(list().size(), 1u);
+    plug("mono-320");
+    std::this_thread::sleep_for(50ms);
     const auto start = std::chrono::steady_clock::now();
     velatrix_destroy();
     EXPECT_LT(std::chrono::steady_clock::now() - start, 1s);
     EXPECT_TRUE(events.take(1, 0ms).empty());
+    velatrix_init();  // for the fixture's tear-down
 }
 
 }  // namespace
-}  // namespace velatrix::testing
+}  // namespace velatrix::e2e
