@@ -8,6 +8,7 @@
 #include <thread>
 #include <tuple>
 
+#include "velatrix-virtual.h"
 #include "virtual/virtual_hid_layer.h"
 #include "virtual_wire.h"
 
@@ -20,6 +21,7 @@ class VirtualBusTest : public ::testing::Test {
 protected:
     void TearDown() override {
         for (int id : plugged_) VirtualBus::instance().unplug(id);
+        layer_.clear_faults();
     }
     std::shared_ptr<VirtualPad> plug(const PadModel& model) {
         auto pad = VirtualBus::instance().plug(model);
@@ -40,37 +42,38 @@ protected:
         });
     }
 
-    VirtualHidLayer layer_{VirtualBus::instance()};
+    VirtualHidLayer& layer_ = bus_hid_layer();
     std::vector<int> plugged_;
 };
 
-TEST_F(VirtualBusTest, EnumerationDescribesEachPadAsTheHostSeesIt) {
-    auto mono = plug(mono_320_model());
-    auto colour = plug(color_800_model());
-    host::Enumeration listed = layer_.enumerate();
-    EXPECT_EQ(listed.error, 0);
-    const host::HidInterfaceInfo* mono_info = nullptr;
-    const host::HidInterfaceInfo* colour_info = nullptr;
-    for (const auto& info : listed.interfaces) {
-        if (info.key == VirtualBus::key_of(mono->id())) mono_info = &info;
-        if (info.key == VirtualBus::key_of(colour->id())) colour_info = &info;
-    }
-    ASSERT_NE(mono_info, nullptr);
-    ASSERT_NE(colour_info, nullptr);
-    EXPECT_EQ(mono_info->transport, "USB");
-    EXPECT_EQ(std::tuple(mono_info->vendor_id, mono_info->product_id, mono_info->primary_usage_page,
-                         mono_info->primary_usage),
-              std::tuple(static_cast<uint16_t>(VELATRIX_VENDOR_ID_VALUE), 0x0A20, 0xFF00u, 6u));
-    EXPECT_EQ(colour_info->primary_usage, 0u);
-    EXPECT_EQ(mono_info->manufacturer, "Velatrix");
-    EXPECT_EQ(colour_info->product, "Quillmark C800");
-    EXPECT_EQ(mono_info->location_id, 0x7F000000u | (static_cast<uint32_t>(mono->id()) << 8));
-    EXPECT_NE(mono_info->location_id, colour_info->location_id);
-
-    VirtualBus::instance().unplug(mono->id());
-    for (const auto& info : layer_.enumerate().interfaces) EXPECT_NE(info.key, VirtualBus::key_of(mono->id()));
+// What the host lists of a pad is listing_test's; here the location scheme,
+// pads that are gone, and the HID service's own faults.
+TEST_F(VirtualBusTest, GonePadsAndServiceFaults) {
+    auto pad = plug(mono_320_model());
+    EXPECT_EQ(VirtualHidLayer::describe(*pad).location_id, 0x7F000000u | (static_cast<uint32_t>(pad->id()) << 8));
+    const std::string key = VirtualBus::key_of(pad->id());
     int error = 0;
-    EXPECT_EQ(layer_.open(VirtualBus::key_of(mono->id()), error), nullptr);
+    layer_.fail_next_open(pad->id(), EACCES);
+    EXPECT_EQ(layer_.open(key, error), nullptr);
+    EXPECT_EQ(error, EACCES);
+    EXPECT_NE(open(*pad), nullptr) << "only the next open fails";
+    ASSERT_EQ(velatrix_virtual_refuse_open(pad->id()), 1);
+    ASSERT_EQ(velatrix_virtual_clear_faults(pad->id()), 1);
+    EXPECT_NE(open(*pad), nullptr) << "cleared with the pad's faults";
+
+    layer_.fail_enumerate(EIO);
+    layer_.fail_watch(EPERM);
+    const host::Enumeration failed = layer_.enumerate();
+    EXPECT_EQ(std::tuple(failed.error, failed.interfaces.size()), std::tuple(EIO, 0u));
+    EXPECT_EQ(layer_.watch_usb(error), nullptr);
+    EXPECT_EQ(error, EPERM);
+    layer_.clear_faults();
+    EXPECT_EQ(layer_.enumerate().error, 0);
+    EXPECT_NE(layer_.watch_usb(error), nullptr);
+
+    VirtualBus::instance().unplug(pad->id());
+    for (const auto& info : layer_.enumerate().interfaces) EXPECT_NE(info.key, key);
+    EXPECT_EQ(layer_.open(key, error), nullptr);
     EXPECT_EQ(error, ENOENT);
     EXPECT_EQ(layer_.open("hidraw0", error), nullptr);
     EXPECT_EQ(error, ENOENT);
@@ -181,12 +184,16 @@ TEST_F(VirtualBusTest, UsbWatchTellsAttachAndDetachAndStops) {
     VirtualBus::instance().unplug(other->id());
     EXPECT_EQ(watch->wait(), host::UsbChange::attached);
 
+    EXPECT_FALSE(VirtualBus::instance().wait_watcher_idle(20ms)) << "nobody waits";
     auto waiting = std::async(std::launch::async, [&] { return watch->wait(); });
-    std::this_thread::sleep_for(20ms);
+    EXPECT_TRUE(VirtualBus::instance().wait_watcher_idle(2s));
     watch->stop();
     ASSERT_EQ(waiting.wait_for(2s), std::future_status::ready);
     EXPECT_EQ(waiting.get(), host::UsbChange::stopped);
     EXPECT_EQ(watch->wait(), host::UsbChange::stopped) << "stays stopped";
+    EXPECT_EQ(VirtualBus::instance().watchers(), 1u);
+    watch.reset();
+    EXPECT_EQ(VirtualBus::instance().watchers(), 0u);
 }
 
 TEST_F(VirtualBusTest, TransferFaultsFireAtTheNthTransfer) {
