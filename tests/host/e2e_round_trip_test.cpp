@@ -70,45 +70,41 @@ void serial_number(Device device, velatrix_virtual_pad) {
     EXPECT_STREQ(read.serial_number, serial);
 }
 
-void small_settings(Device device, velatrix_virtual_pad) {
-    ASSERT_EQ(velatrix_set_device_configure(device, {0, 3, 7}), 1) << last_error();
-    const auto configure = velatrix_get_device_configure(device);
-    EXPECT_EQ(std::tuple(configure.report_id, configure.device_mode, configure.device_id), std::tuple(15, 3, 7));
+// Writes `written`, reads the report back and compares what the
+// print-out shows of both (`expected`: the record as the pad keeps it).
+template <class R>
+void expect_read_back(Device device, int (*set)(Device, R), R (*get)(Device), void (*print)(const R*), const R& written,
+                      const R& expected) {
+    ASSERT_EQ(set(device, written), 1) << last_error();
+    EXPECT_EQ(shown(print, get(device)), shown(print, expected));
+}
 
-    ASSERT_EQ(velatrix_set_frequency_amplitude(device, {99, 50, 160, 120}), 1) << last_error();
-    const auto frequency = velatrix_get_frequency_amplitude(device);
-    EXPECT_EQ(std::tuple(frequency.report_id, frequency.frequency, frequency.pen_amplitude, frequency.touch_amplitude),
-              std::tuple(20, 50, 160, 120));
+void settings(Device device, velatrix_virtual_pad) {
+    expect_read_back(device, velatrix_set_device_configure, velatrix_get_device_configure,
+                     velatrix_print_device_configure, {0, 3, 7}, {15, 3, 7});
+    expect_read_back(device, velatrix_set_frequency_amplitude, velatrix_get_frequency_amplitude,
+                     velatrix_print_frequency_amplitude, {99, 50, 160, 120}, {20, 50, 160, 120});
+    EXPECT_EQ(velatrix_get_frequency_amplitude(device).report_id, 20) << "the print-out leaves the id out";
+    // Only the low byte of set_command travels.
+    expect_read_back(device, velatrix_set_display_settings, velatrix_get_display_settings,
+                     velatrix_print_display_settings, {0, 90, 70, 10, 20, 30, 0x1FF}, {102, 90, 70, 10, 20, 30, 0xFF});
+    const velatrix_hid_feature_general_parameters general{41, 1, 0, 1, 1, 5, 0, 1, 2, 3, 0, 0x1234, 77};
+    expect_read_back(device, velatrix_set_general_parameters, velatrix_get_general_parameters,
+                     velatrix_print_general_parameters, general, general);
+    const velatrix_hid_feature_touch_parameters touch{60, 3,      4,      -20, 300,  9,   0x0190, 0x0258,
+                                                      12, 1,      3,      1000, -5, 999, -300};
+    expect_read_back(device, velatrix_set_touch_parameters, velatrix_get_touch_parameters,
+                     velatrix_print_touch_parameters, touch, touch);
+    const velatrix_hid_feature_pen_parameters pen{50, 0x0102, 0x0304, 0x0506, 7, 8, 0x090A, 11, 12, 13, 14,
+                                                  1,  5,      1,      0,      1, 0, 0x0F10};
+    expect_read_back(device, velatrix_set_pen_parameters, velatrix_get_pen_parameters, velatrix_print_pen_parameters,
+                     pen, pen);
+    EXPECT_EQ(velatrix_get_pen_parameters(device).debounce_post_up, 14) << "the one field the print-out leaves out";
 
     // Written as report 2, read as report 21: one setting on the pad.
     ASSERT_EQ(velatrix_set_power_state(device, {21, 3}), 1) << last_error();
     const auto power = velatrix_get_power_state(device);
     EXPECT_EQ(std::tuple(power.report_id, power.power_state), std::tuple(21u, 3u));
-
-    // Only the low byte of set_command travels.
-    ASSERT_EQ(velatrix_set_display_settings(device, {0, 90, 70, 10, 20, 30, 0x1FF}), 1) << last_error();
-    const auto s = velatrix_get_display_settings(device);
-    EXPECT_EQ(std::tuple(s.report_id, s.brightness, s.contrast, s.red, s.green, s.blue, s.set_command),
-              std::tuple(102, 90, 70, 10, 20, 30, 0xFFu));
-}
-
-void general_pen_touch(Device device, velatrix_virtual_pad) {
-    velatrix_hid_feature_general_parameters general{41, 1, 0, 1, 1, 5, 0, 1, 2, 3, 0, 0x1234, 77};
-    ASSERT_EQ(velatrix_set_general_parameters(device, general), 1) << last_error();
-    EXPECT_EQ(shown(velatrix_print_general_parameters, velatrix_get_general_parameters(device)),
-              shown(velatrix_print_general_parameters, general));
-
-    const velatrix_hid_feature_pen_parameters pen{50, 0x0102, 0x0304, 0x0506, 7, 8, 0x090A, 11, 12, 13, 14,
-                                                  1,  5,      1,      0,      1, 0, 0x0F10};
-    ASSERT_EQ(velatrix_set_pen_parameters(device, pen), 1) << last_error();
-    const velatrix_hid_feature_pen_parameters pen_read = velatrix_get_pen_parameters(device);
-    EXPECT_EQ(shown(velatrix_print_pen_parameters, pen_read), shown(velatrix_print_pen_parameters, pen));
-    EXPECT_EQ(pen_read.debounce_post_up, 14) << "the one field the print-out leaves out";
-
-    velatrix_hid_feature_touch_parameters touch{60, 3, 4, -20, 300, 9, 0x0190, 0x0258, 12, 1, 3, 1000, -5, 999, -300};
-    ASSERT_EQ(velatrix_set_touch_parameters(device, touch), 1) << last_error();
-    EXPECT_EQ(shown(velatrix_print_touch_parameters, velatrix_get_touch_parameters(device)),
-              shown(velatrix_print_touch_parameters, touch));
 }
 
 void output_peripheral_calibration(Device device, velatrix_virtual_pad) {
@@ -365,8 +361,7 @@ void resources(Device device, velatrix_virtual_pad pad) {
 const RoundTrip kRoundTrips[] = {
     {"OpenCaches", kAnyPad, open_caches},
     {"SerialNumber", kAnyPad, serial_number},
-    {"SmallSettings", kAnyPad, small_settings},
-    {"GeneralPenTouch", kAnyPad, general_pen_touch},
+    {"Settings", kAnyPad, settings},
     {"OutputPeripheralCalibration", kAnyPad, output_peripheral_calibration},
     {"ErrorCorrection", kAnyPad, error_correction},
     {"TableRegions", kAnyPad, table_regions},
