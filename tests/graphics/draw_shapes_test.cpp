@@ -87,7 +87,10 @@ const Shape kShapes[] = {
     {"FilledRectangleWithReversedCornersCollapses", 5, 4,
      [](velatrix_bitmap* b) { velatrix_fill_rectangle(b, 3, 2, 1, 0, kHalfBlack); },
      {".....", ".....", "...1.", "....."}},
-    // Lines. A shallow line sets every pixel once, whichever end it starts from.
+    // Lines. A single point is set once; a shallow line sets every pixel
+    // once, whichever end it starts from.
+    {"LineOfOnePoint", 3, 3, [](velatrix_bitmap* b) { velatrix_draw_line(b, 1, 1, 1, 1, kHalfBlack); },
+     {"...", ".1.", "..."}},
     {"LineShallow", 6, 3, [](velatrix_bitmap* b) { velatrix_draw_line(b, 0, 0, 5, 2, kHalfBlack); },
      {"11....", "..11..", "....11"}},
     {"LineShallowBackwards", 6, 3, [](velatrix_bitmap* b) { velatrix_draw_line(b, 5, 2, 0, 0, kHalfBlack); },
@@ -154,6 +157,29 @@ TEST(FillEllipse, ThirtyTwoBitProductsWrapAsTheyDo) {
     Canvas empty(9, 9);
     velatrix_fill_ellipse(empty.get(), 4, 4, 304, 304, 0x000000FFu);
     for (const std::string& row : empty.ink()) EXPECT_EQ(row, ".........");
+}
+
+// Shapes reaching far past the bitmap finish at once because only the part
+// on the bitmap is walked; each visible pixel is set once per band.
+TEST(DrawShapes, HugeAreasOnlyVisitTheBitmap) {
+    const struct {
+        const char* name;
+        void (*draw)(velatrix_bitmap*);
+        char layers;
+    } kCases[] = {
+        {"filled rectangle", [](velatrix_bitmap* b) { velatrix_fill_rectangle(b, INT_MIN, INT_MIN, INT_MAX, INT_MAX, kHalfBlack); }, '1'},
+        {"disc", [](velatrix_bitmap* b) { velatrix_fill_circle(b, 5, 5, INT_MAX, kHalfBlack); }, '1'},
+        // Radius 65536: rx^2 wraps to 0, so every pixel passes 0 <= 0.
+        {"filled ellipse", [](velatrix_bitmap* b) { velatrix_fill_ellipse(b, 0, 0, 65536, 65536, kHalfBlack); }, '1'},
+        // Four bands, each as thick as the whole bitmap.
+        {"thick rectangle", [](velatrix_bitmap* b) { velatrix_draw_thick_rectangle(b, 0, 0, 11, 9, INT_MAX, kHalfBlack); }, '4'},
+        {"outline around", [](velatrix_bitmap* b) { velatrix_draw_rectangle(b, INT_MIN, -1, INT_MAX, 10, kHalfBlack); }, '.'},
+    };
+    for (const auto& c : kCases) {
+        Canvas canvas(12, 10);
+        c.draw(canvas.get());
+        EXPECT_EQ(canvas.layers(), Rows(10, std::string(12, c.layers))) << c.name;
+    }
 }
 
 }  // namespace
