@@ -26,28 +26,10 @@ TEST_F(LogEnvironment, OnlyTheExactYesWordsSwitchTheLogOn) {
         set("VELATRIX_DEBUG", value);
         velatrix_debug_init("quillmark");
         EXPECT_EQ(state::debugEnabled, on);
-        EXPECT_EQ(state::debugLevel, on ? VELATRIX_LEVEL_ALL : VELATRIX_LEVEL_NONE);
-        EXPECT_EQ(handler_count(), on ? 1u : 0u);
         EXPECT_EQ(std::filesystem::exists(log_path()), on);
         velatrix_debug_destroy();
         std::filesystem::remove(log_path());
     }
-}
-
-TEST_F(LogEnvironment, LogOffWritesNothingWhateverElseIsSet) {
-    set("VELATRIX_DEBUG_LEVEL", "ALL");
-    set("VELATRIX_DEBUG_LOCATION", dir_.c_str());
-    set("VELATRIX_DEBUG_FILE", "x.log");
-    set("VELATRIX_DEBUG_HANDLERS", "file");
-    velatrix_debug_init("quillmark");
-    velatrix_debug_report_message("f", "src/velatrix-quillmark", 1, VELATRIX_LEVEL_SEVERE, "lost");
-    velatrix_debug_write_trace_header();
-
-    EXPECT_EQ(state::maxLevel.load(), VELATRIX_LEVEL_NONE);
-    EXPECT_EQ(handler_count(), 0u);
-    EXPECT_FALSE(state::traceEnabled);
-    EXPECT_EQ(state::debugPath, nullptr);
-    EXPECT_TRUE(files().empty());
 }
 
 TEST_F(LogEnvironment, LevelNamesAreKnownInUpperAndLowerCaseOnly) {
@@ -106,20 +88,6 @@ TEST_F(LogEnvironment, LogDirectoryFallsBackThroughTheTemporaryDirectories) {
     }
 }
 
-TEST_F(LogEnvironment, DebugAloneLogsEverythingIntoTmpdirAndTurnsTheTraceOn) {
-    set("VELATRIX_DEBUG", "1");
-    set("TMPDIR", dir_.c_str());
-    velatrix_debug_init("quillmark");
-    velatrix_debug_report_message("probe", "src/velatrix-quillmark", 3, VELATRIX_LEVEL_FINEST, "finest record");
-    velatrix_debug_write_trace_header();
-
-    const std::string log = read_file(log_path());
-    EXPECT_NE(log.find("probe() [level: FINEST"), std::string::npos);
-    EXPECT_NE(log.find("\n   finest record\n"), std::string::npos);
-    EXPECT_TRUE(state::traceEnabled);
-    EXPECT_EQ(read_bytes(trace_path()).size(), 24u);
-}
-
 TEST_F(LogEnvironment, FileNameTokensReplaceTheirFirstOccurrenceOnly) {
     enable_log();
     set("VELATRIX_DEBUG_FILE", "a-${pid}-${pid}-${label}-${label}.log");
@@ -157,9 +125,6 @@ TEST_F(LogEnvironment, HandlersVariableAddsTheFileHandlerOnASubstringMatch) {
         }
         velatrix_debug_init("quillmark");
         ASSERT_EQ(handler_count(), added ? 1u : 0u);
-        if (added) {
-            EXPECT_EQ(velatrix_debug_get_handlers()->head->value, &velatrix_debug_file_handler);
-        }
         EXPECT_EQ(std::filesystem::exists(log_path()), added);
         velatrix_debug_destroy();
         std::filesystem::remove(log_path());
@@ -191,12 +156,6 @@ TEST_F(LogEnvironment, TraceFollowsTheLogUnlessNamed) {
         EXPECT_EQ(state::traceEnabled, c.on);
         velatrix_debug_write_trace_header();
         EXPECT_EQ(std::filesystem::exists(trace_path()), c.on);
-        if (c.on) {
-            const std::string name = "velatrix-trace-quillmark-" + pid() + ".pcap";
-            EXPECT_STREQ(state::traceFile, name.c_str());
-        } else {
-            EXPECT_EQ(state::traceFile, nullptr);
-        }
         velatrix_debug_destroy();
         std::filesystem::remove(trace_path());
     }

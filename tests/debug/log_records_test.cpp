@@ -3,7 +3,6 @@
 #include <regex>
 #include <memory>
 #include <thread>
-#include <tuple>
 
 #include "debug/log.h"
 #include "debug/state.h"
@@ -90,22 +89,11 @@ TEST_F(LogRecords, MessageTextKeepsAtMost8190Characters) {
     velatrix_debug_message* message = make("%s", long_text.c_str());
     ASSERT_NE(message, nullptr);
     EXPECT_EQ(std::strlen(message->text), 8190u);
-    EXPECT_EQ(std::tuple(message->level, message->time, message->process, message->thread, message->line),
-              std::tuple(VELATRIX_LEVEL_FINE, 1234, 55u, 66u, -3));
-    EXPECT_STREQ(message->function, "f");
-    EXPECT_STREQ(message->file, "file");
-
-    // A line longer than the formatter's buffer is cut to what it holds.
-    uint32_t length = 0;
-    char* line = velatrix_debug_default_formatter(&velatrix_debug_file_handler, message, &length);
-    ASSERT_NE(line, nullptr);
-    EXPECT_EQ(length, 8191u);
-    EXPECT_EQ(std::strlen(line), 8191u);
-    std::free(line);
     velatrix_debug_free_message(message);
     velatrix_debug_free_message(nullptr);
 }
 
+// A line longer than the formatter's buffer is cut to what it holds.
 TEST_F(LogRecords, OverlongRecordReachesTheFileCutToTheBuffer) {
     enable_log("SEVERE");
     velatrix_debug_init("quillmark");

@@ -94,10 +94,7 @@ TEST_F(Trace, ReportReadFromThePadIsOneRecordWithItsTime) {
     EXPECT_LT(le32(record, 4), 1000000u);
     EXPECT_GE(stamp, uint64_t(before.tv_sec) * 1000000 + before.tv_usec);
     EXPECT_LE(stamp, uint64_t(after.tv_sec) * 1000000 + after.tv_usec);
-    EXPECT_EQ(le32(record, 8), 106u);
     EXPECT_EQ(Bytes(record.begin() + 8, record.end()), expected_record_tail(report, true));
-    EXPECT_EQ(record[32] << 8 | record[33], 92);  // IPv4 total length
-    EXPECT_EQ(record[54] << 8 | record[55], 72);  // UDP length
 }
 
 TEST_F(Trace, EmptyAndWrittenReportsAndTheirAddresses) {

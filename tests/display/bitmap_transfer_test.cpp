@@ -7,21 +7,13 @@
 
 #include "display/chunk_layout.h"
 #include "display/chunk_send.h"
+#include "graphics/draw_canvas.h"
 #include "support/fake_pad.h"
 #include "support/log_capture.h"
 #include "velatrix-quillmark.h"
 
 namespace velatrix::testing {
 namespace {
-
-struct Canvas {
-    std::vector<uint8_t> buffer;
-    velatrix_bitmap bitmap{};
-    Canvas(int width, int height) : buffer(((width * 24 + 31) / 32) * 4 * height + 54) {
-        velatrix_bitmap_init(&bitmap, buffer.data(), width, height);
-    }
-    void set(int x, int y, uint32_t color) { velatrix_set_pixel(&bitmap, x, y, color); }
-};
 
 // A chunk report's header (x, y, width, height, bits) and its pixel bytes.
 using Header = std::tuple<int, int, int, int, int>;
@@ -32,24 +24,6 @@ Header header(const Bytes& report) {
 Bytes pixels(const Bytes& report) { return Bytes(report.begin() + 10, report.end()); }
 
 using BitmapTransfer = FakePad;
-
-TEST(ChunkShape, FollowsTheBudgetRules) {
-    const struct {
-        uint32_t width, height;
-        uint8_t bits;
-        uint32_t chunk_width, chunk_height;
-    } kCases[] = {
-        {10, 10, 1, 10, 10},
-        {320, 240, 1, 67, 240},    // wide: full-height columns of 16312 / 240
-        {100, 400, 4, 100, 40},    // tall: full-width bands of 16312 / 400
-        {1000, 1000, 24, 26, 26},  // squares: sqrt(16312 / 24 = 679)
-    };
-    for (const auto& c : kCases) {
-        const auto shape = velatrix::display::chunk_shape(c.width, c.height, c.bits);
-        EXPECT_EQ(std::tuple(shape.width, shape.height), std::tuple(c.chunk_width, c.chunk_height))
-            << c.width << "x" << c.height << " at " << int(c.bits);
-    }
-}
 
 TEST_F(BitmapTransfer, TenByTenAtOneBitIsOneChunkOfThirteenBytes) {
     Canvas canvas(10, 10);
@@ -102,8 +76,10 @@ TEST_F(BitmapTransfer, GreyLevelsPackLowNibbleFirstAndColoursRedGreenBlueColumnB
     EXPECT_EQ(Bytes(reports[2].begin() + 10, reports[2].begin() + 23), hex("112233 445566 778899 aabbcc 00"));
 }
 
-// Chunks go column by column, each walked top to bottom; the last column
-// and row take what is left.
+// A chunk holds at most 16312 pixel bits: wide bitmaps go in full-height
+// columns, tall ones in full-width bands, others in squares. Chunks go
+// column by column, each walked top to bottom; the last column and row
+// take what is left.
 TEST_F(BitmapTransfer, LargeBitmapsGoInChunksOuterLoopOnX) {
     Canvas screen(320, 240);
     ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &screen.bitmap, 0, 0, 1), 1);
@@ -111,6 +87,12 @@ TEST_F(BitmapTransfer, LargeBitmapsGoInChunksOuterLoopOnX) {
     for (const Bytes& report : fake.sets(103)) headers.push_back(header(report));
     EXPECT_EQ(headers, (std::vector<Header>{{0, 0, 67, 240, 1}, {67, 0, 67, 240, 1}, {134, 0, 67, 240, 1},
                                             {201, 0, 67, 240, 1}, {268, 0, 52, 240, 1}}));
+
+    fake.clear_transfers();
+    Canvas tall(100, 400);
+    ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &tall.bitmap, 0, 0, 4), 1);
+    EXPECT_EQ(fake.sets(103).size(), 10u);
+    EXPECT_EQ(header(fake.sets(103).back()), Header(0, 360, 100, 40, 4));
 
     fake.clear_transfers();
     Canvas square(1000, 1000);

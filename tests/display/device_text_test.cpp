@@ -92,13 +92,6 @@ TEST_F(TextFixture, InverseFlipsOnlyTheFirstEightPixelBytes) {
     EXPECT_EQ(inverted, 3);
 }
 
-TEST_F(TextFixture, UndecodableTextIsRefused) {
-    EXPECT_EQ(velatrix_device_draw_text_encoded(device, "AB", 2, 0, 0, 0, 0, "no-such-encoding"), 0);
-    EXPECT_STREQ(velatrix_get_last_error(), "String encoding problem, unable to convert string.");
-    EXPECT_EQ(velatrix_device_draw_text(device, "", 0, 0, 0, 0), 0);
-    EXPECT_TRUE(fake.sets(103).empty());
-}
-
 TEST(DeviceText, ANullDeviceIsRefusedWithAnError) {
     EXPECT_EQ(velatrix_device_draw_text(nullptr, "AB", 0, 0, 0, 0), 0);
     EXPECT_STREQ(velatrix_get_last_error(), "Device was null, unable to draw text.");

@@ -33,6 +33,7 @@ struct Canvas {
 
     velatrix_bitmap* get() { return &bitmap; }
     uint32_t at(int x, int y) const { return velatrix_get_pixel(&bitmap, x, y); }
+    void set(int x, int y, uint32_t color) { velatrix_set_pixel(&bitmap, x, y, color); }
 
     std::vector<std::string> map(const std::function<char(uint32_t)>& symbol) const {
         std::vector<std::string> rows;
