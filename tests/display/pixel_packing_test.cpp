@@ -13,7 +13,6 @@
 #include "display/chunk_layout.h"
 #include "display/pixel_packing.h"
 #include "graphics/draw_canvas.h"
-#include "graphics/cpu_features.h"
 #include "support/fake_driver.h"
 #include "velatrix/display.h"
 #include "velatrix/bitmap.h"
@@ -96,16 +95,7 @@ void every_block_and_depth() {
     }
 }
 
-// Runs a check with the vector kernels (where the processor has them) and
-// with the portable code.
-void with_and_without_vector_kernels(const std::function<void()>& check) {
-    for (bool vector : {true, false}) {
-        SCOPED_TRACE(vector ? "vector kernels" : "portable code");
-        velatrix::graphics::allow_vector_kernels(vector);
-        check();
-    }
-    velatrix::graphics::allow_vector_kernels(true);
-}
+using velatrix::testing::with_and_without_vector_kernels;
 
 TEST(PixelPacking, EveryBlockAndDepthMatchesThePixelWalk) { with_and_without_vector_kernels(every_block_and_depth); }
 

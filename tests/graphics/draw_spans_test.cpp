@@ -8,7 +8,6 @@
 #include <random>
 
 #include "draw_canvas.h"
-#include "graphics/cpu_features.h"
 #include "velatrix/bitmap.h"
 
 namespace velatrix::testing {
@@ -84,15 +83,7 @@ void every_fill_matches_the_pixel_walk() {
     }
 }
 
-// With the vector kernels (where the processor has them) and the portable code.
-TEST(DrawSpans, EveryFillMatchesThePixelWalk) {
-    for (bool vector : {true, false}) {
-        SCOPED_TRACE(vector ? "vector kernels" : "portable code");
-        graphics::allow_vector_kernels(vector);
-        every_fill_matches_the_pixel_walk();
-    }
-    graphics::allow_vector_kernels(true);
-}
+TEST(DrawSpans, EveryFillMatchesThePixelWalk) { with_and_without_vector_kernels(every_fill_matches_the_pixel_walk); }
 
 }  // namespace
 }  // namespace velatrix::testing
