@@ -25,22 +25,41 @@ Bytes pixels(const Bytes& report) { return Bytes(report.begin() + 10, report.end
 
 using BitmapTransfer = FakePad;
 
-TEST_F(BitmapTransfer, TenByTenAtOneBitIsOneChunkOfThirteenBytes) {
-    Canvas canvas(10, 10);
-    canvas.set(0, 0, 0x000000FF);  // first pixel: bit 7 of byte 0
-    canvas.set(0, 9, 0x000000FF);  // column 0, row 9: pixel 9 -> bit 6 of byte 1
-    canvas.set(9, 9, 0x7F7F7FFF);  // grey 127: dark; last pixel (99) -> bit 4 of byte 12
-    canvas.set(5, 5, 0x808080FF);  // grey 128: light
-    ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &canvas.bitmap, 3, 4, 1), 1);
-    EXPECT_EQ(fake.sequence(), "G13 S103") << "each chunk waits for the display interlock";
-    const Bytes report = fake.sets(103).at(0);
-    EXPECT_EQ(report.size(), 2049u);
-    EXPECT_EQ(header(report), Header(3, 4, 10, 10, 1));
-    Bytes expected(2039, 0);
-    expected[0] = 0x80;
-    expected[1] = 0x40;
-    expected[12] = 0x10;
-    EXPECT_EQ(pixels(report), expected);
+// One chunk each, its pixels column by column: at 1 bit the dark pixels
+// (grey below 128) set bits from the top one down; at 4 and 8 bits grey
+// levels 0 to 15 fill the low nibble first; at 24 bits red, green and blue
+// follow each other. The rest of the 2039 pixel bytes stays zero.
+TEST_F(BitmapTransfer, SmallBitmapsPackColumnByColumnAtEveryDepth) {
+    Canvas ten(10, 10);
+    ten.set(0, 0, 0x000000FF);  // first pixel: bit 7 of byte 0
+    ten.set(0, 9, 0x000000FF);  // column 0, row 9: pixel 9 -> bit 6 of byte 1
+    ten.set(9, 9, 0x7F7F7FFF);  // grey 127: dark; last pixel (99) -> bit 4 of byte 12
+    ten.set(5, 5, 0x808080FF);  // grey 128: light
+    Canvas column(1, 3);
+    column.set(0, 0, 0x000000FF);  // level 0
+    column.set(0, 1, 0x444444FF);  // 68 / 255 * 15 = 4.0 -> 4; row 2 stays white: level 15
+    Canvas square(2, 2);
+    square.set(0, 0, 0x112233FF);
+    square.set(0, 1, 0x445566FF);
+    square.set(1, 0, 0x778899FF);
+    square.set(1, 1, 0xAABBCCFF);
+    const struct {
+        Canvas* canvas;
+        uint8_t bits;
+        const char* pixels;
+    } kCases[] = {{&ten, 1, "8040 0000000000 0000000000 10"}, {&column, 4, "400f"}, {&column, 8, "400f"},
+                  {&square, 24, "112233 445566 778899 aabbcc"}};
+    for (const auto& c : kCases) {
+        fake.clear_transfers();
+        ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &c.canvas->bitmap, 3, 4, c.bits), 1);
+        EXPECT_EQ(fake.sequence(), "G13 S103") << "each chunk waits for the display interlock";
+        const Bytes report = fake.sets(103).at(0);
+        ASSERT_EQ(report.size(), 2049u);
+        EXPECT_EQ(header(report), Header(3, 4, c.canvas->bitmap.width, c.canvas->bitmap.height, c.bits));
+        Bytes expected = hex(c.pixels);
+        expected.resize(2039, 0);
+        EXPECT_EQ(pixels(report), expected) << int{c.bits} << " bits";
+    }
 }
 
 TEST_F(BitmapTransfer, HeaderIsBigEndianAndTheLayoutReadsItBack) {
@@ -52,28 +71,6 @@ TEST_F(BitmapTransfer, HeaderIsBigEndianAndTheLayoutReadsItBack) {
     velatrix::protocol::unpack_report(velatrix::display::kChunkLayout, report, &chunk);
     EXPECT_EQ(std::vector<int>({chunk.report_id, chunk.x, chunk.y, chunk.width, chunk.height, chunk.bits_per_pixel}),
               std::vector<int>({103, 0x0102, 0x0304, 2, 1, 24}));
-}
-
-TEST_F(BitmapTransfer, GreyLevelsPackLowNibbleFirstAndColoursRedGreenBlueColumnByColumn) {
-    Canvas column(1, 3);  // one column: pixels in row order
-    column.set(0, 0, 0x000000FF);  // level 0
-    column.set(0, 1, 0x444444FF);  // 68 / 255 * 15 = 4.0 -> 4
-    // row 2 stays white: level 15
-    Canvas square(2, 2);
-    square.set(0, 0, 0x112233FF);
-    square.set(0, 1, 0x445566FF);
-    square.set(1, 0, 0x778899FF);
-    square.set(1, 1, 0xAABBCCFF);
-    ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &column.bitmap, 0, 0, 4), 1);
-    ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &column.bitmap, 0, 0, 8), 1);
-    ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &square.bitmap, 0, 0, 24), 1);
-    const auto reports = fake.sets(103);
-    ASSERT_EQ(reports.size(), 3u);
-    for (int i = 0; i < 2; ++i) {
-        EXPECT_EQ(std::get<4>(header(reports[i])), i == 0 ? 4 : 8) << "the header keeps the requested depth";
-        EXPECT_EQ(Bytes(reports[i].begin() + 10, reports[i].begin() + 13), hex("400f00"));
-    }
-    EXPECT_EQ(Bytes(reports[2].begin() + 10, reports[2].begin() + 23), hex("112233 445566 778899 aabbcc 00"));
 }
 
 // A chunk holds at most 16312 pixel bits: wide bitmaps go in full-height
