@@ -164,8 +164,7 @@ TEST_F(Trace, WrappedOperationsPassThroughAndLandInTheTrace) {
     start_trace();
     velatrix_debug_trace_dispatch dispatch = {Peer::read, Peer::write};
     velatrix_debug_trace_wrap_dispatch(&dispatch);
-    EXPECT_EQ(dispatch.read, velatrix_debug_trace_reader_wrapper);
-    EXPECT_EQ(dispatch.write, velatrix_debug_trace_write_wrapper);
+    EXPECT_EQ(std::pair(dispatch.read, dispatch.write), std::pair(&velatrix_debug_trace_reader_wrapper, &velatrix_debug_trace_write_wrapper));
     // Wrapping again keeps the real operations, so no wrapper calls itself.
     velatrix_debug_trace_wrap_dispatch(&dispatch);
 
@@ -197,8 +196,7 @@ TEST_F(Trace, WrappingNeedsTheTraceAndLeavesMissingOperationsAlone) {
     velatrix_debug_init("quillmark");
     velatrix_debug_trace_dispatch untouched = {Peer::read, Peer::write};
     velatrix_debug_trace_wrap_dispatch(&untouched);
-    EXPECT_EQ(untouched.read, Peer::read);
-    EXPECT_EQ(untouched.write, Peer::write);
+    EXPECT_EQ(std::pair(untouched.read, untouched.write), std::pair(&Peer::read, &Peer::write));
     // Nothing saved: the wrappers have nothing to call.
     uint8_t buffer[4] = {};
     uint32_t length = 0;

@@ -56,6 +56,17 @@ const Shape kShapes[] = {
     {"FilledEllipseFromCentreAndCorner", 7, 5,
      [](velatrix_bitmap* b) { velatrix_fill_ellipse(b, 3, 2, 6, 4, kHalfBlack); },
      {"...1...", ".11111.", "1111111", ".11111.", "...1..."}},
+    // Radius 256: rx^2 * ry^2 = 2^32 wraps to 0, so only the centre, where
+    // the left side is 0 as well, passes the test.
+    {"FilledEllipseWhoseProductWrapsToZeroIsItsCentre", 9, 9,
+     [](velatrix_bitmap* b) { velatrix_fill_ellipse(b, 4, 4, 260, 260, 0x000000FFu); },
+     {".........", ".........", ".........", ".........", "....#....", ".........", ".........", ".........",
+      "........."},
+     true},
+    // Radius 300: 8.1e9 wraps to a negative bound that no pixel near the
+    // centre reaches, so nothing shows although the disc covers the bitmap.
+    {"FilledEllipseWhoseProductWrapsNegativeIsEmpty", 9, 9,
+     [](velatrix_bitmap* b) { velatrix_fill_ellipse(b, 4, 4, 304, 304, 0x000000FFu); }, Rows(9, "........."), true},
     // A corner left of the centre collapses the x radius to 0: a column.
     {"FilledEllipseWithACornerLeftOfTheCentreIsAColumn", 7, 5,
      [](velatrix_bitmap* b) { velatrix_fill_ellipse(b, 3, 2, 0, 4, kHalfBlack); },
@@ -143,20 +154,6 @@ TEST(DrawShapes, EveryDrawingLeavesItsMap) {
         shape.draw(canvas.get());
         EXPECT_EQ(shape.opaque ? canvas.ink() : canvas.layers(), shape.expected);
     }
-}
-
-TEST(FillEllipse, ThirtyTwoBitProductsWrapAsTheyDo) {
-    // Radius 256: rx^2 * ry^2 = 2^32 wraps to 0, so only the centre, where
-    // the left side is 0 as well, passes the test.
-    Canvas small(9, 9);
-    velatrix_fill_ellipse(small.get(), 4, 4, 260, 260, 0x000000FFu);
-    EXPECT_EQ(small.ink(), (Rows{".........", ".........", ".........", ".........", "....#....", ".........",
-                                 ".........", ".........", "........."}));
-    // Radius 300: 8.1e9 wraps to a negative bound that no pixel near the
-    // centre reaches, so nothing shows although the disc covers the bitmap.
-    Canvas empty(9, 9);
-    velatrix_fill_ellipse(empty.get(), 4, 4, 304, 304, 0x000000FFu);
-    for (const std::string& row : empty.ink()) EXPECT_EQ(row, ".........");
 }
 
 // Shapes reaching far past the bitmap finish at once because only the part

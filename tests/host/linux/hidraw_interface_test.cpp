@@ -108,9 +108,8 @@ TEST_F(FifoNode, DeviceRequestsOnANonHidNodeFailWithTheirErrno) {
     EXPECT_EQ(interface_->report_descriptor(descriptor), ENOTTY);
     EXPECT_TRUE(descriptor.empty());
     uint8_t buffer[8] = {13};
-    Transfer get = interface_->get_feature(buffer);
-    EXPECT_EQ(get.status, ENOTTY);
-    EXPECT_EQ(get.error, ENOTTY);
+    const Transfer get = interface_->get_feature(buffer);
+    EXPECT_EQ(std::pair(get.status, get.error), std::pair(ENOTTY, ENOTTY));
     EXPECT_EQ(interface_->set_feature(buffer).status, ENOTTY);
     EXPECT_EQ(interface_->get_feature(std::span<uint8_t>()).status, EINVAL);
 }
