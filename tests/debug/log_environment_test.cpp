@@ -20,7 +20,6 @@ TEST_F(LogEnvironment, OnlyTheExactYesWordsSwitchTheLogOn) {
         {"0", false},     {"2", false},    {"", false},    {"yes ", false},
     };
     set("VELATRIX_DEBUG_LOCATION", dir_.c_str());
-    set("VELATRIX_DEBUG_HANDLERS", "file");
     for (const auto& [value, on] : cases) {
         SCOPED_TRACE(value);
         set("VELATRIX_DEBUG", value);

@@ -78,11 +78,9 @@ TEST(HidIdentity, HidIdTexts) {
         EXPECT_FALSE(parse_hid_id(bad)) << bad;
     }
 
-    EXPECT_STREQ(transport_name(3), "USB");
-    EXPECT_STREQ(transport_name(5), "Bluetooth");
-    EXPECT_STREQ(transport_name(0x18), "I2C");
-    EXPECT_STREQ(transport_name(0x06), "Unknown");
-    EXPECT_STREQ(transport_name(0), "Unknown");
+    for (const auto& [bus, name] : {std::pair{3, "USB"}, {5, "Bluetooth"}, {0x18, "I2C"}, {0x06, "Unknown"}, {0, "Unknown"}}) {
+        EXPECT_STREQ(transport_name(bus), name) << bus;
+    }
 }
 
 TEST(HidIdentity, LocationIdFromPortChain) {
