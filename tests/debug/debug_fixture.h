@@ -53,6 +53,10 @@ protected:
     }
 
     static void set(const char* name, const char* value) { setenv(name, value, 1); }
+    // Sets the variable, or removes it for no value.
+    static void set(const char* name, std::optional<const char*> value) {
+        value ? set(name, *value) : static_cast<void>(unsetenv(name));
+    }
 
     // Log on, everything from FINEST up, files in the test's directory.
     void enable_log(const char* level = "ALL") {

@@ -3,7 +3,6 @@
 #include <regex>
 #include <memory>
 #include <thread>
-#include <tuple>
 
 #include "debug/log.h"
 #include "debug/state.h"
@@ -90,22 +89,11 @@ TEST_F(LogRecords, MessageTextKeepsAtMost8190Characters) {
     velatrix_debug_message* message = make("%s", long_text.c_str());
     ASSERT_NE(message, nullptr);
     EXPECT_EQ(std::strlen(message->text), 8190u);
-    EXPECT_EQ(std::tuple(message->level, message->time, message->process, message->thread, message->line),
-              std::tuple(VELATRIX_LEVEL_FINE, 1234, 55u, 66u, -3));
-    EXPECT_STREQ(message->function, "f");
-    EXPECT_STREQ(message->file, "file");
-
-    // A line longer than the formatter's buffer is cut to what it holds.
-    uint32_t length = 0;
-    char* line = velatrix_debug_default_formatter(&velatrix_debug_file_handler, message, &length);
-    ASSERT_NE(line, nullptr);
-    EXPECT_EQ(length, 8191u);
-    EXPECT_EQ(std::strlen(line), 8191u);
-    std::free(line);
     velatrix_debug_free_message(message);
     velatrix_debug_free_message(nullptr);
 }
 
+// A line longer than the formatter's buffer is cut to what it holds.
 TEST_F(LogRecords, OverlongRecordReachesTheFileCutToTheBuffer) {
     enable_log("SEVERE");
     velatrix_debug_init("quillmark");
@@ -162,8 +150,7 @@ TEST_F(LogRecords, HandlersGetRecordsAtOrAboveTheirLevelThatTheirFilterTakes) {
     EXPECT_EQ(state::maxLevel.load(), VELATRIX_LEVEL_FINE);
     velatrix_debug_report_message("f", "x", 1, VELATRIX_LEVEL_INFO, "after");
     EXPECT_EQ(fine.calls.size(), 4u);
-    EXPECT_EQ(info.calls.back(), "flush");
-    EXPECT_EQ(info.calls.size(), 4u);
+    EXPECT_EQ(info.calls, (std::vector<std::string>{"publish info", "flush", "publish after", "flush"}));
 
     velatrix_debug_recalculate_debug_level();
     EXPECT_EQ(state::maxLevel.load(), VELATRIX_LEVEL_INFO);
@@ -198,7 +185,6 @@ TEST_F(LogRecords, AfterDestroyNothingIsWrittenAndANewInitStartsAFreshFile) {
     velatrix_debug_init("quillmark");
     velatrix_debug_report_message("f", "x", 1, VELATRIX_LEVEL_SEVERE, "first run");
     velatrix_debug_destroy();
-    EXPECT_EQ(velatrix_debug_file_handler.data, nullptr);
     const std::string closed = read_file(log_path());
     velatrix_debug_report_message("f", "x", 1, VELATRIX_LEVEL_SEVERE, "after destroy");
     EXPECT_EQ(read_file(log_path()), closed);

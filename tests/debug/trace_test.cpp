@@ -52,6 +52,18 @@ Bytes expected_record_tail(const Bytes& report, bool read) {
     return tail;
 }
 
+// Whole records with their timestamps zeroed, for reports read (true) or
+// written (false).
+Bytes expected_records(const std::vector<std::pair<Bytes, bool>>& reports) {
+    Bytes expected;
+    for (const auto& [report, read] : reports) {
+        expected.insert(expected.end(), 8, 0);
+        const Bytes tail = expected_record_tail(report, read);
+        expected.insert(expected.end(), tail.begin(), tail.end());
+    }
+    return expected;
+}
+
 class Trace : public DebugTest {
 protected:
     void start_trace() {
@@ -66,6 +78,13 @@ protected:
         Bytes bytes = read_bytes(trace_path());
         EXPECT_GE(bytes.size(), kGlobalHeader.size());
         return Bytes(bytes.begin() + std::min(bytes.size(), kGlobalHeader.size()), bytes.end());
+    }
+
+    // The records with their timestamps zeroed.
+    Bytes records_without_times() const {
+        Bytes bytes = records();
+        for (size_t at = 0; at + 16 <= bytes.size(); at += 16 + le32(bytes, at + 8)) std::fill_n(bytes.begin() + at, 8, 0);
+        return bytes;
     }
 };
 
@@ -94,10 +113,7 @@ TEST_F(Trace, ReportReadFromThePadIsOneRecordWithItsTime) {
     EXPECT_LT(le32(record, 4), 1000000u);
     EXPECT_GE(stamp, uint64_t(before.tv_sec) * 1000000 + before.tv_usec);
     EXPECT_LE(stamp, uint64_t(after.tv_sec) * 1000000 + after.tv_usec);
-    EXPECT_EQ(le32(record, 8), 106u);
     EXPECT_EQ(Bytes(record.begin() + 8, record.end()), expected_record_tail(report, true));
-    EXPECT_EQ(record[32] << 8 | record[33], 92);  // IPv4 total length
-    EXPECT_EQ(record[54] << 8 | record[55], 72);  // UDP length
 }
 
 TEST_F(Trace, EmptyAndWrittenReportsAndTheirAddresses) {
@@ -108,19 +124,7 @@ TEST_F(Trace, EmptyAndWrittenReportsAndTheirAddresses) {
     velatrix_debug_write_trace(written.data(), 3, 7);  // anything but 1 counts as written
     velatrix_debug_write_trace(nullptr, 5, 1);         // no bytes: nothing to copy
 
-    Bytes expected;
-    for (const auto& [report, read] : {std::pair{Bytes{}, true}, std::pair{written, false},
-                                       std::pair{written, false}, std::pair{Bytes{}, true}}) {
-        expected.insert(expected.end(), 8, 0);  // timestamps, masked below
-        const Bytes tail = expected_record_tail(report, read);
-        expected.insert(expected.end(), tail.begin(), tail.end());
-    }
-    Bytes got = records();
-    ASSERT_EQ(got.size(), expected.size());
-    for (size_t offset : {size_t{0}, size_t{58}, size_t{119}, size_t{180}}) {
-        std::fill_n(got.begin() + offset, 8, 0);
-    }
-    EXPECT_EQ(got, expected);
+    EXPECT_EQ(records_without_times(), expected_records({{{}, true}, {written, false}, {written, false}, {{}, true}}));
 }
 
 TEST_F(Trace, NothingIsWrittenWhenTheTraceIsOffOrNotStarted) {
@@ -160,8 +164,7 @@ TEST_F(Trace, WrappedOperationsPassThroughAndLandInTheTrace) {
     start_trace();
     velatrix_debug_trace_dispatch dispatch = {Peer::read, Peer::write};
     velatrix_debug_trace_wrap_dispatch(&dispatch);
-    EXPECT_EQ(dispatch.read, velatrix_debug_trace_reader_wrapper);
-    EXPECT_EQ(dispatch.write, velatrix_debug_trace_write_wrapper);
+    EXPECT_EQ(std::pair(dispatch.read, dispatch.write), std::pair(&velatrix_debug_trace_reader_wrapper, &velatrix_debug_trace_write_wrapper));
     // Wrapping again keeps the real operations, so no wrapper calls itself.
     velatrix_debug_trace_wrap_dispatch(&dispatch);
 
@@ -183,15 +186,8 @@ TEST_F(Trace, WrappedOperationsPassThroughAndLandInTheTrace) {
     Peer::claimed_length = 100;
     dispatch.read(buffer, 3, &length, nullptr);
 
-    const Bytes got = records();
-    const Bytes first = expected_record_tail(Peer::next_read, true);
-    const Bytes second = expected_record_tail(sent, false);
-    const Bytes third = expected_record_tail({0x02, 0x11, 0x22}, true);
-    ASSERT_EQ(got.size(), 8 + first.size() + 8 + second.size() + 8 + third.size());
-    EXPECT_EQ(Bytes(got.begin() + 8, got.begin() + 8 + first.size()), first);
-    const size_t at = 8 + first.size() + 8;
-    EXPECT_EQ(Bytes(got.begin() + at, got.begin() + at + second.size()), second);
-    EXPECT_EQ(Bytes(got.end() - third.size(), got.end()), third);
+    EXPECT_EQ(records_without_times(),
+              expected_records({{Peer::next_read, true}, {sent, false}, {{0x02, 0x11, 0x22}, true}}));
 }
 
 TEST_F(Trace, WrappingNeedsTheTraceAndLeavesMissingOperationsAlone) {
@@ -200,8 +196,7 @@ TEST_F(Trace, WrappingNeedsTheTraceAndLeavesMissingOperationsAlone) {
     velatrix_debug_init("quillmark");
     velatrix_debug_trace_dispatch untouched = {Peer::read, Peer::write};
     velatrix_debug_trace_wrap_dispatch(&untouched);
-    EXPECT_EQ(untouched.read, Peer::read);
-    EXPECT_EQ(untouched.write, Peer::write);
+    EXPECT_EQ(std::pair(untouched.read, untouched.write), std::pair(&Peer::read, &Peer::write));
     // Nothing saved: the wrappers have nothing to call.
     uint8_t buffer[4] = {};
     uint32_t length = 0;

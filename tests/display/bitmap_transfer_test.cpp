@@ -7,21 +7,13 @@
 
 #include "display/chunk_layout.h"
 #include "display/chunk_send.h"
+#include "graphics/draw_canvas.h"
 #include "support/fake_pad.h"
 #include "support/log_capture.h"
 #include "velatrix-quillmark.h"
 
 namespace velatrix::testing {
 namespace {
-
-struct Canvas {
-    std::vector<uint8_t> buffer;
-    velatrix_bitmap bitmap{};
-    Canvas(int width, int height) : buffer(((width * 24 + 31) / 32) * 4 * height + 54) {
-        velatrix_bitmap_init(&bitmap, buffer.data(), width, height);
-    }
-    void set(int x, int y, uint32_t color) { velatrix_set_pixel(&bitmap, x, y, color); }
-};
 
 // A chunk report's header (x, y, width, height, bits) and its pixel bytes.
 using Header = std::tuple<int, int, int, int, int>;
@@ -33,40 +25,41 @@ Bytes pixels(const Bytes& report) { return Bytes(report.begin() + 10, report.end
 
 using BitmapTransfer = FakePad;
 
-TEST(ChunkShape, FollowsTheBudgetRules) {
+// One chunk each, its pixels column by column: at 1 bit the dark pixels
+// (grey below 128) set bits from the top one down; at 4 and 8 bits grey
+// levels 0 to 15 fill the low nibble first; at 24 bits red, green and blue
+// follow each other. The rest of the 2039 pixel bytes stays zero.
+TEST_F(BitmapTransfer, SmallBitmapsPackColumnByColumnAtEveryDepth) {
+    Canvas ten(10, 10);
+    ten.set(0, 0, 0x000000FF);  // first pixel: bit 7 of byte 0
+    ten.set(0, 9, 0x000000FF);  // column 0, row 9: pixel 9 -> bit 6 of byte 1
+    ten.set(9, 9, 0x7F7F7FFF);  // grey 127: dark; last pixel (99) -> bit 4 of byte 12
+    ten.set(5, 5, 0x808080FF);  // grey 128: light
+    Canvas column(1, 3);
+    column.set(0, 0, 0x000000FF);  // level 0
+    column.set(0, 1, 0x444444FF);  // 68 / 255 * 15 = 4.0 -> 4; row 2 stays white: level 15
+    Canvas square(2, 2);
+    square.set(0, 0, 0x112233FF);
+    square.set(0, 1, 0x445566FF);
+    square.set(1, 0, 0x778899FF);
+    square.set(1, 1, 0xAABBCCFF);
     const struct {
-        uint32_t width, height;
+        Canvas* canvas;
         uint8_t bits;
-        uint32_t chunk_width, chunk_height;
-    } kCases[] = {
-        {10, 10, 1, 10, 10},
-        {320, 240, 1, 67, 240},    // wide: full-height columns of 16312 / 240
-        {100, 400, 4, 100, 40},    // tall: full-width bands of 16312 / 400
-        {1000, 1000, 24, 26, 26},  // squares: sqrt(16312 / 24 = 679)
-    };
+        const char* pixels;
+    } kCases[] = {{&ten, 1, "8040 0000000000 0000000000 10"}, {&column, 4, "400f"}, {&column, 8, "400f"},
+                  {&square, 24, "112233 445566 778899 aabbcc"}};
     for (const auto& c : kCases) {
-        const auto shape = velatrix::display::chunk_shape(c.width, c.height, c.bits);
-        EXPECT_EQ(std::tuple(shape.width, shape.height), std::tuple(c.chunk_width, c.chunk_height))
-            << c.width << "x" << c.height << " at " << int(c.bits);
+        fake.clear_transfers();
+        ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &c.canvas->bitmap, 3, 4, c.bits), 1);
+        EXPECT_EQ(fake.sequence(), "G13 S103") << "each chunk waits for the display interlock";
+        const Bytes report = fake.sets(103).at(0);
+        ASSERT_EQ(report.size(), 2049u);
+        EXPECT_EQ(header(report), Header(3, 4, c.canvas->bitmap.width, c.canvas->bitmap.height, c.bits));
+        Bytes expected = hex(c.pixels);
+        expected.resize(2039, 0);
+        EXPECT_EQ(pixels(report), expected) << int{c.bits} << " bits";
     }
-}
-
-TEST_F(BitmapTransfer, TenByTenAtOneBitIsOneChunkOfThirteenBytes) {
-    Canvas canvas(10, 10);
-    canvas.set(0, 0, 0x000000FF);  // first pixel: bit 7 of byte 0
-    canvas.set(0, 9, 0x000000FF);  // column 0, row 9: pixel 9 -> bit 6 of byte 1
-    canvas.set(9, 9, 0x7F7F7FFF);  // grey 127: dark; last pixel (99) -> bit 4 of byte 12
-    canvas.set(5, 5, 0x808080FF);  // grey 128: light
-    ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &canvas.bitmap, 3, 4, 1), 1);
-    EXPECT_EQ(fake.sequence(), "G13 S103") << "each chunk waits for the display interlock";
-    const Bytes report = fake.sets(103).at(0);
-    EXPECT_EQ(report.size(), 2049u);
-    EXPECT_EQ(header(report), Header(3, 4, 10, 10, 1));
-    Bytes expected(2039, 0);
-    expected[0] = 0x80;
-    expected[1] = 0x40;
-    expected[12] = 0x10;
-    EXPECT_EQ(pixels(report), expected);
 }
 
 TEST_F(BitmapTransfer, HeaderIsBigEndianAndTheLayoutReadsItBack) {
@@ -80,30 +73,10 @@ TEST_F(BitmapTransfer, HeaderIsBigEndianAndTheLayoutReadsItBack) {
               std::vector<int>({103, 0x0102, 0x0304, 2, 1, 24}));
 }
 
-TEST_F(BitmapTransfer, GreyLevelsPackLowNibbleFirstAndColoursRedGreenBlueColumnByColumn) {
-    Canvas column(1, 3);  // one column: pixels in row order
-    column.set(0, 0, 0x000000FF);  // level 0
-    column.set(0, 1, 0x444444FF);  // 68 / 255 * 15 = 4.0 -> 4
-    // row 2 stays white: level 15
-    Canvas square(2, 2);
-    square.set(0, 0, 0x112233FF);
-    square.set(0, 1, 0x445566FF);
-    square.set(1, 0, 0x778899FF);
-    square.set(1, 1, 0xAABBCCFF);
-    ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &column.bitmap, 0, 0, 4), 1);
-    ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &column.bitmap, 0, 0, 8), 1);
-    ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &square.bitmap, 0, 0, 24), 1);
-    const auto reports = fake.sets(103);
-    ASSERT_EQ(reports.size(), 3u);
-    for (int i = 0; i < 2; ++i) {
-        EXPECT_EQ(std::get<4>(header(reports[i])), i == 0 ? 4 : 8) << "the header keeps the requested depth";
-        EXPECT_EQ(Bytes(reports[i].begin() + 10, reports[i].begin() + 13), hex("400f00"));
-    }
-    EXPECT_EQ(Bytes(reports[2].begin() + 10, reports[2].begin() + 23), hex("112233 445566 778899 aabbcc 00"));
-}
-
-// Chunks go column by column, each walked top to bottom; the last column
-// and row take what is left.
+// A chunk holds at most 16312 pixel bits: wide bitmaps go in full-height
+// columns, tall ones in full-width bands, others in squares. Chunks go
+// column by column, each walked top to bottom; the last column and row
+// take what is left.
 TEST_F(BitmapTransfer, LargeBitmapsGoInChunksOuterLoopOnX) {
     Canvas screen(320, 240);
     ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &screen.bitmap, 0, 0, 1), 1);
@@ -111,6 +84,12 @@ TEST_F(BitmapTransfer, LargeBitmapsGoInChunksOuterLoopOnX) {
     for (const Bytes& report : fake.sets(103)) headers.push_back(header(report));
     EXPECT_EQ(headers, (std::vector<Header>{{0, 0, 67, 240, 1}, {67, 0, 67, 240, 1}, {134, 0, 67, 240, 1},
                                             {201, 0, 67, 240, 1}, {268, 0, 52, 240, 1}}));
+
+    fake.clear_transfers();
+    Canvas tall(100, 400);
+    ASSERT_EQ(velatrix_transfer_bitmap_to_device(device, &tall.bitmap, 0, 0, 4), 1);
+    EXPECT_EQ(fake.sets(103).size(), 10u);
+    EXPECT_EQ(header(fake.sets(103).back()), Header(0, 360, 100, 40, 4));
 
     fake.clear_transfers();
     Canvas square(1000, 1000);

@@ -12,7 +12,7 @@
 
 #include "display/chunk_layout.h"
 #include "display/pixel_packing.h"
-#include "graphics/cpu_features.h"
+#include "graphics/draw_canvas.h"
 #include "support/fake_driver.h"
 #include "velatrix/display.h"
 #include "velatrix/bitmap.h"
@@ -39,11 +39,8 @@ std::vector<uint8_t> reference_pack(const velatrix_bitmap* bitmap, uint32_t x0, 
     return data;
 }
 
-struct Picture {
-    std::vector<uint8_t> buffer;
-    velatrix_bitmap bitmap{};
-    Picture(int width, int height, std::mt19937& random) : buffer(((width * 24 + 31) / 32) * 4 * height + 54) {
-        velatrix_bitmap_init(&bitmap, buffer.data(), width, height);
+struct Picture : velatrix::testing::Canvas {
+    Picture(int width, int height, std::mt19937& random) : Canvas(width, height) {
         // Padding bytes get noise too: none of it may reach a chunk.
         for (int32_t i = 0; i < bitmap.image_size; ++i) bitmap.pixels[i] = static_cast<uint8_t>(random());
     }
@@ -98,16 +95,7 @@ void every_block_and_depth() {
     }
 }
 
-// Runs a check with the vector kernels (where the processor has them) and
-// with the portable code.
-void with_and_without_vector_kernels(const std::function<void()>& check) {
-    for (bool vector : {true, false}) {
-        SCOPED_TRACE(vector ? "vector kernels" : "portable code");
-        velatrix::graphics::allow_vector_kernels(vector);
-        check();
-    }
-    velatrix::graphics::allow_vector_kernels(true);
-}
+using velatrix::testing::with_and_without_vector_kernels;
 
 TEST(PixelPacking, EveryBlockAndDepthMatchesThePixelWalk) { with_and_without_vector_kernels(every_block_and_depth); }
 

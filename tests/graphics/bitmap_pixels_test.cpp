@@ -1,4 +1,5 @@
-// Pixel access at and beyond every edge, clearing, and block copies.
+// Pixel access at and beyond every edge, and block copies. Clearing is
+// checked with the other span fills in draw_spans_test.
 #include <gtest/gtest.h>
 
 #include <climits>
@@ -32,20 +33,6 @@ TEST(BitmapPixels, OutsideReadsWhiteAndWritesNothing) {
     }
     EXPECT_EQ(velatrix_get_pixel(nullptr, 0, 0), 0xFFFFFFFFu);
     velatrix_set_pixel(nullptr, 0, 0, 0x000000FFu);
-}
-
-TEST(BitmapPixels, ClearPaintsEveryPixelButNoPadding) {
-    Canvas canvas(3, 2);
-    velatrix_bitmap_clear(canvas.get(), 0x102030FFu);
-    EXPECT_EQ(canvas.map([](uint32_t c) { return c == 0x102030FFu ? '#' : '?'; }), (Rows{"###", "###"}));
-    const uint8_t* p = canvas.buffer.data() + 54;
-    for (int i : {9, 10, 11, 21, 22, 23}) EXPECT_EQ(p[i], 0xFF) << "padding byte " << i;
-    // A translucent clear blends once into every pixel.
-    velatrix_bitmap_clear(canvas.get(), 0xFFFFFF00u);
-    EXPECT_EQ(canvas.at(2, 1), 0x102030FFu);
-    Canvas white(3, 2);
-    velatrix_bitmap_clear(white.get(), kHalfBlack);
-    EXPECT_EQ(white.layers(), (Rows{"111", "111"}));
 }
 
 TEST(BitmapCopy, BlocksPartlyOutsideTheSourceReadWhite) {

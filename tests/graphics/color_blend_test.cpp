@@ -4,10 +4,12 @@
 // point of checking them.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdint>
 
 #include "draw_canvas.h"
 #include "graphics/pixels.h"
+#include "graphics/spans.h"
 #include "velatrix/bitmap.h"
 
 namespace velatrix::testing {
@@ -65,19 +67,27 @@ TEST(ColorBlend, PixelSetterBlendsTranslucentColoursWithTheStoredPixel) {
 namespace {
 
 // The drawing paths blend in place without the divisions an opaque
-// destination makes exact; over every alpha, source and destination value
-// (each channel a different one) they must give velatrix_color_blend's bytes.
-TEST(ColorBlend, InPlaceBlendOverOpaquePixelsEqualsTheBlendEverywhere) {
+// destination makes exact, and the translucent spans look the channels up
+// in tables: over every alpha, source and destination value (each channel
+// a different one) both must give velatrix_color_blend's bytes.
+TEST(ColorBlend, InPlaceBlendAndSpanTablesOverOpaquePixelsEqualTheBlendEverywhere) {
     for (uint32_t alpha = 0; alpha < 256; ++alpha) {
         for (uint32_t s = 0; s < 256; ++s) {
             const uint32_t source = s << 24 | (s ^ 0x55u) << 16 | (255 - s) << 8 | alpha;
+            std::array<std::array<uint8_t, 256>, 3> tables;
+            if (alpha < 255) velatrix::graphics::blend_over_opaque(source, tables);  // opaque spans are written
             for (uint32_t d = 0; d < 256; ++d) {
                 uint8_t bgr[3] = {static_cast<uint8_t>(255 - d), static_cast<uint8_t>(d ^ 0xAAu), static_cast<uint8_t>(d)};
                 const uint32_t destination = uint32_t{bgr[2]} << 24 | uint32_t{bgr[1]} << 16 | uint32_t{bgr[0]} << 8 | 0xFF;
+                const uint32_t expected = velatrix_color_blend(source, destination) | 0xFF;
+                if (alpha < 255) {
+                    const uint32_t looked_up = uint32_t{tables[2][bgr[2]]} << 24 | uint32_t{tables[1][bgr[1]]} << 16 |
+                                               uint32_t{tables[0][bgr[0]]} << 8 | 0xFF;
+                    if (looked_up != expected) FAIL() << std::hex << "tables: source " << source << " destination " << destination;
+                }
                 velatrix::graphics::blend_pixel(bgr, source);
                 const uint32_t got = uint32_t{bgr[2]} << 24 | uint32_t{bgr[1]} << 16 | uint32_t{bgr[0]} << 8 | 0xFF;
-                const uint32_t expected = velatrix_color_blend(source, destination) | 0xFF;
-                if (got != expected) FAIL() << std::hex << "source " << source << " destination " << destination;
+                if (got != expected) FAIL() << std::hex << "in place: source " << source << " destination " << destination;
             }
         }
     }

@@ -2,11 +2,14 @@
 // one string per row ("..##..") so expected shapes read like pictures.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
 
+#include "graphics/cpu_features.h"
 #include "velatrix/bitmap.h"
 
 namespace velatrix::testing {
@@ -33,6 +36,7 @@ struct Canvas {
 
     velatrix_bitmap* get() { return &bitmap; }
     uint32_t at(int x, int y) const { return velatrix_get_pixel(&bitmap, x, y); }
+    void set(int x, int y, uint32_t color) { velatrix_set_pixel(&bitmap, x, y, color); }
 
     std::vector<std::string> map(const std::function<char(uint32_t)>& symbol) const {
         std::vector<std::string> rows;
@@ -59,5 +63,16 @@ struct Canvas {
         });
     }
 };
+
+// Runs a fast path's property check with the vector kernels (where the
+// processor has them) and with the portable code.
+inline void with_and_without_vector_kernels(const std::function<void()>& check) {
+    for (bool vector : {true, false}) {
+        SCOPED_TRACE(vector ? "vector kernels" : "portable code");
+        graphics::allow_vector_kernels(vector);
+        check();
+    }
+    graphics::allow_vector_kernels(true);
+}
 
 }  // namespace velatrix::testing

@@ -30,41 +30,33 @@ void expect_alphas(const Canvas& canvas, const Alphas& alphas) {
     }
 }
 
-TEST(DrawLine, SinglePointSetsExactlyOnePixelOnce) {
-    Canvas canvas(10, 10);
-    velatrix_draw_line(canvas.get(), 5, 5, 5, 5, kHalfBlack);
-    const Rows layers = canvas.layers();
-    for (int y = 0; y < 10; ++y) EXPECT_EQ(layers[y], y == 5 ? ".....1...." : "..........");
-}
-
-TEST(DrawAaLine, ShallowLineShadesBothNeighbours) {
-    Canvas canvas(5, 3);
-    velatrix_draw_aa_line(canvas.get(), 0, 0, 4, 2, 0x00000033u);  // the colour's own alpha is ignored
-    expect_alphas(canvas, {{255, 128, 0, 0, 0}, {0, 128, 255, 128, 0}, {0, 0, 0, 128, 255}});
-
-    Canvas slope(4, 2);
-    velatrix_draw_aa_line(slope.get(), 0, 0, 3, 1, 0x000000FFu);
-    expect_alphas(slope, {{255, 170, 85, 0}, {0, 85, 170, 255}});
-}
-
-TEST(DrawAaLine, SinglePointIsOpaque) {
-    Canvas canvas(3, 3);
-    velatrix_draw_aa_line(canvas.get(), 1, 1, 1, 1, 0x00000010u);
-    expect_alphas(canvas, {{0, 0, 0}, {0, 255, 0}, {0, 0, 0}});
-}
-
-TEST(DrawThickAaLine, CoverageShadesTheEdges) {
-    Canvas two(7, 4);
-    velatrix_draw_thick_aa_line(two.get(), 1, 2, 5, 2, 0x00000001u, 2.0f);
-    expect_alphas(two, {{0, 0, 0, 0, 0, 0, 0},
-                        {0, 127, 127, 127, 127, 127, 0},
-                        {0, 255, 255, 255, 255, 255, 0},
-                        {0, 0, 0, 0, 0, 0, 0}});
-
-    // Width 1 on the diagonal: neighbours at 3/sqrt(18) get 255 * 0.2929.
-    Canvas diagonal(4, 4);
-    velatrix_draw_thick_aa_line(diagonal.get(), 0, 0, 3, 3, 0x000000FFu, 1.0f);
-    expect_alphas(diagonal, {{255, 74, 0, 0}, {74, 255, 74, 0}, {0, 74, 255, 74}, {0, 0, 74, 255}});
+TEST(DrawAaLine, EachPixelGetsTheAlphaOfItsCoverage) {
+    const struct {
+        const char* name;
+        void (*draw)(velatrix_bitmap*);
+        Alphas alphas;
+    } kCases[] = {
+        // The colour's own alpha is ignored.
+        {"shallow line shades both neighbours",
+         [](velatrix_bitmap* b) { velatrix_draw_aa_line(b, 0, 0, 4, 2, 0x00000033u); },
+         {{255, 128, 0, 0, 0}, {0, 128, 255, 128, 0}, {0, 0, 0, 128, 255}}},
+        {"gentler slope", [](velatrix_bitmap* b) { velatrix_draw_aa_line(b, 0, 0, 3, 1, 0x000000FFu); },
+         {{255, 170, 85, 0}, {0, 85, 170, 255}}},
+        {"single point is opaque", [](velatrix_bitmap* b) { velatrix_draw_aa_line(b, 1, 1, 1, 1, 0x00000010u); },
+         {{0, 0, 0}, {0, 255, 0}, {0, 0, 0}}},
+        {"thick line of two shades its edge",
+         [](velatrix_bitmap* b) { velatrix_draw_thick_aa_line(b, 1, 2, 5, 2, 0x00000001u, 2.0f); },
+         {{0, 0, 0, 0, 0, 0, 0}, {0, 127, 127, 127, 127, 127, 0}, {0, 255, 255, 255, 255, 255, 0}, {0, 0, 0, 0, 0, 0, 0}}},
+        // Width 1 on the diagonal: neighbours at 3/sqrt(18) get 255 * 0.2929.
+        {"thick diagonal of one", [](velatrix_bitmap* b) { velatrix_draw_thick_aa_line(b, 0, 0, 3, 3, 0x000000FFu, 1.0f); },
+         {{255, 74, 0, 0}, {74, 255, 74, 0}, {0, 74, 255, 74}, {0, 0, 74, 255}}},
+    };
+    for (const auto& c : kCases) {
+        SCOPED_TRACE(c.name);
+        Canvas canvas(static_cast<int>(c.alphas[0].size()), static_cast<int>(c.alphas.size()));
+        c.draw(canvas.get());
+        expect_alphas(canvas, c.alphas);
+    }
 }
 
 TEST(DrawThickLine, WidthThatIsNotANumberIsRefused) {

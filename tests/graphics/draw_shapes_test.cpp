@@ -56,6 +56,17 @@ const Shape kShapes[] = {
     {"FilledEllipseFromCentreAndCorner", 7, 5,
      [](velatrix_bitmap* b) { velatrix_fill_ellipse(b, 3, 2, 6, 4, kHalfBlack); },
      {"...1...", ".11111.", "1111111", ".11111.", "...1..."}},
+    // Radius 256: rx^2 * ry^2 = 2^32 wraps to 0, so only the centre, where
+    // the left side is 0 as well, passes the test.
+    {"FilledEllipseWhoseProductWrapsToZeroIsItsCentre", 9, 9,
+     [](velatrix_bitmap* b) { velatrix_fill_ellipse(b, 4, 4, 260, 260, 0x000000FFu); },
+     {".........", ".........", ".........", ".........", "....#....", ".........", ".........", ".........",
+      "........."},
+     true},
+    // Radius 300: 8.1e9 wraps to a negative bound that no pixel near the
+    // centre reaches, so nothing shows although the disc covers the bitmap.
+    {"FilledEllipseWhoseProductWrapsNegativeIsEmpty", 9, 9,
+     [](velatrix_bitmap* b) { velatrix_fill_ellipse(b, 4, 4, 304, 304, 0x000000FFu); }, Rows(9, "........."), true},
     // A corner left of the centre collapses the x radius to 0: a column.
     {"FilledEllipseWithACornerLeftOfTheCentreIsAColumn", 7, 5,
      [](velatrix_bitmap* b) { velatrix_fill_ellipse(b, 3, 2, 0, 4, kHalfBlack); },
@@ -87,7 +98,10 @@ const Shape kShapes[] = {
     {"FilledRectangleWithReversedCornersCollapses", 5, 4,
      [](velatrix_bitmap* b) { velatrix_fill_rectangle(b, 3, 2, 1, 0, kHalfBlack); },
      {".....", ".....", "...1.", "....."}},
-    // Lines. A shallow line sets every pixel once, whichever end it starts from.
+    // Lines. A single point is set once; a shallow line sets every pixel
+    // once, whichever end it starts from.
+    {"LineOfOnePoint", 3, 3, [](velatrix_bitmap* b) { velatrix_draw_line(b, 1, 1, 1, 1, kHalfBlack); },
+     {"...", ".1.", "..."}},
     {"LineShallow", 6, 3, [](velatrix_bitmap* b) { velatrix_draw_line(b, 0, 0, 5, 2, kHalfBlack); },
      {"11....", "..11..", "....11"}},
     {"LineShallowBackwards", 6, 3, [](velatrix_bitmap* b) { velatrix_draw_line(b, 5, 2, 0, 0, kHalfBlack); },
@@ -142,18 +156,27 @@ TEST(DrawShapes, EveryDrawingLeavesItsMap) {
     }
 }
 
-TEST(FillEllipse, ThirtyTwoBitProductsWrapAsTheyDo) {
-    // Radius 256: rx^2 * ry^2 = 2^32 wraps to 0, so only the centre, where
-    // the left side is 0 as well, passes the test.
-    Canvas small(9, 9);
-    velatrix_fill_ellipse(small.get(), 4, 4, 260, 260, 0x000000FFu);
-    EXPECT_EQ(small.ink(), (Rows{".........", ".........", ".........", ".........", "....#....", ".........",
-                                 ".........", ".........", "........."}));
-    // Radius 300: 8.1e9 wraps to a negative bound that no pixel near the
-    // centre reaches, so nothing shows although the disc covers the bitmap.
-    Canvas empty(9, 9);
-    velatrix_fill_ellipse(empty.get(), 4, 4, 304, 304, 0x000000FFu);
-    for (const std::string& row : empty.ink()) EXPECT_EQ(row, ".........");
+// Shapes reaching far past the bitmap finish at once because only the part
+// on the bitmap is walked; each visible pixel is set once per band.
+TEST(DrawShapes, HugeAreasOnlyVisitTheBitmap) {
+    const struct {
+        const char* name;
+        void (*draw)(velatrix_bitmap*);
+        char layers;
+    } kCases[] = {
+        {"filled rectangle", [](velatrix_bitmap* b) { velatrix_fill_rectangle(b, INT_MIN, INT_MIN, INT_MAX, INT_MAX, kHalfBlack); }, '1'},
+        {"disc", [](velatrix_bitmap* b) { velatrix_fill_circle(b, 5, 5, INT_MAX, kHalfBlack); }, '1'},
+        // Radius 65536: rx^2 wraps to 0, so every pixel passes 0 <= 0.
+        {"filled ellipse", [](velatrix_bitmap* b) { velatrix_fill_ellipse(b, 0, 0, 65536, 65536, kHalfBlack); }, '1'},
+        // Four bands, each as thick as the whole bitmap.
+        {"thick rectangle", [](velatrix_bitmap* b) { velatrix_draw_thick_rectangle(b, 0, 0, 11, 9, INT_MAX, kHalfBlack); }, '4'},
+        {"outline around", [](velatrix_bitmap* b) { velatrix_draw_rectangle(b, INT_MIN, -1, INT_MAX, 10, kHalfBlack); }, '.'},
+    };
+    for (const auto& c : kCases) {
+        Canvas canvas(12, 10);
+        c.draw(canvas.get());
+        EXPECT_EQ(canvas.layers(), Rows(10, std::string(12, c.layers))) << c.name;
+    }
 }
 
 }  // namespace

@@ -8,8 +8,6 @@
 #include <random>
 
 #include "draw_canvas.h"
-#include "graphics/cpu_features.h"
-#include "graphics/spans.h"
 #include "velatrix/bitmap.h"
 
 namespace velatrix::testing {
@@ -85,33 +83,7 @@ void every_fill_matches_the_pixel_walk() {
     }
 }
 
-// With the vector kernels (where the processor has them) and the portable code.
-TEST(DrawSpans, EveryFillMatchesThePixelWalk) {
-    for (bool vector : {true, false}) {
-        SCOPED_TRACE(vector ? "vector kernels" : "portable code");
-        graphics::allow_vector_kernels(vector);
-        every_fill_matches_the_pixel_walk();
-    }
-    graphics::allow_vector_kernels(true);
-}
-
-// The translucent spans' tables against the blend itself: every alpha,
-// every destination value, colours with every channel value somewhere.
-TEST(DrawSpans, BlendTablesEqualTheBlendForEveryAlphaAndDestination) {
-    for (uint32_t alpha = 0; alpha < 255; ++alpha) {  // opaque colours are written, never looked up
-        for (uint32_t rgb : {0x000000u, 0xFFFFFFu, 0x30C060u, 0x01FE7Fu, (alpha * 0x010203u) & 0xFFFFFFu}) {
-            const uint32_t source = rgb << 8 | alpha;
-            std::array<std::array<uint8_t, 256>, 3> tables;
-            graphics::blend_over_opaque(source, tables);
-            for (uint32_t d = 0; d < 256; ++d) {
-                const uint32_t expected = velatrix_color_blend(source, d * 0x01010100u | 0xFF);
-                const uint32_t got = uint32_t{tables[2][d]} << 24 | uint32_t{tables[1][d]} << 16 |
-                                     uint32_t{tables[0][d]} << 8 | 0xFF;
-                ASSERT_EQ(got, expected) << std::hex << "source " << source << " destination " << d;
-            }
-        }
-    }
-}
+TEST(DrawSpans, EveryFillMatchesThePixelWalk) { with_and_without_vector_kernels(every_fill_matches_the_pixel_walk); }
 
 }  // namespace
 }  // namespace velatrix::testing

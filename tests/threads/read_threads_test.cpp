@@ -38,6 +38,14 @@ std::atomic<int> calls_after_close{0};
 std::atomic<bool> close_returned{false};
 std::atomic<bool> closed_by_reader{false};
 
+// Starts counting afresh; `by_reader`: the reading thread closes the device.
+void reset_input_counts(bool by_reader) {
+    input_calls = 0;
+    calls_after_close = 0;
+    close_returned = false;
+    closed_by_reader = by_reader;
+}
+
 int count_input(velatrix_device* device, const velatrix_input_report*, int, const uint8_t*, uint32_t) {
     ++input_calls;
     if (close_returned.load() || (closed_by_reader.load() && device->open == 0)) ++calls_after_close;
@@ -82,10 +90,7 @@ TEST_P(InterruptedRead, EndsWithItsErrorWithinItsWaitAndNoCallbackAfterTheClose)
     // Interruptions at different points of the one-second wait.
     for (const auto delay : {150ms, 420ms, 730ms}) {
         SCOPED_TRACE("interrupted after " + std::to_string(delay.count()) + " ms");
-        input_calls = 0;
-        calls_after_close = 0;
-        close_returned = false;
-        closed_by_reader = how.unplug;
+        reset_input_counts(how.unplug);
         const velatrix_virtual_pad pad = plug(model.c_str());
         velatrix_device* device = open(pad);
         ASSERT_NE(device, nullptr);
@@ -167,84 +172,67 @@ TEST_F(E2e, UnplugNoticeRacingOpenAndCloseOfThePad) {
     EXPECT_EQ(velatrix_list_find(velatrix_get_open_devices(), device), nullptr);
 }
 
-// Hot-plug events of the storm test, and a path to wait for.
+// Hot-plug events of the storm test: counted, one event on one path waited
+// for, and the path that must never be told as removed.
 struct HotplugWatch {
     std::mutex mutex;
     std::condition_variable changed;
     std::string wanted;
     uint32_t wanted_event = 0;
     bool seen = false;
-    std::string protected_path;  // must never be told as removed
+    std::string protected_path;
     bool protected_removed = false;
     uint64_t events = 0;
-};
-HotplugWatch* watch = nullptr;
+} watch;
 
 int on_hotplug(uint32_t event, const char* path) {
-    std::lock_guard lock(watch->mutex);
-    ++watch->events;
-    if (event == VELATRIX_HOTPLUG_REMOVED && watch->protected_path == path) watch->protected_removed = true;
-    if (event == watch->wanted_event && watch->wanted == path) {
-        watch->seen = true;
-        watch->changed.notify_all();
+    std::lock_guard lock(watch.mutex);
+    ++watch.events;
+    if (event == VELATRIX_HOTPLUG_REMOVED && watch.protected_path == path) watch.protected_removed = true;
+    if (event == watch.wanted_event && watch.wanted == path) {
+        watch.seen = true;
+        watch.changed.notify_all();
     }
     return 0;
 }
 
-class HotplugStorm : public E2e {
-protected:
-    void TearDown() override {
-        E2e::TearDown();
-        watch = nullptr;
-    }
+void wait_for(uint32_t event, const std::string& path) {
+    std::unique_lock lock(watch.mutex);
+    watch.wanted = path;
+    watch.wanted_event = event;
+    watch.seen = false;
+    EXPECT_TRUE(watch.changed.wait_for(lock, 10s, [] { return watch.seen; })) << "event " << event << " for " << path;
+}
 
+TEST_F(E2e, AThousandHotplugCyclesBesideAPadBeingReadKeepMemoryBounded) {
+    const std::string model = model_names().front();
     // Plugs and unplugs `cycles` pads, letting the hot-plug thread in now
     // and then so that it lists while pads come and go.
-    void storm(int cycles, const std::string& model) {
+    auto storm = [&](int cycles) {
         for (int i = 0; i < cycles; ++i) {
             const velatrix_virtual_pad pad = velatrix_virtual_plug(model.c_str());
             ASSERT_NE(pad, 0);
             ASSERT_EQ(velatrix_virtual_unplug(pad), 1);
             if (i % 100 == 99) std::this_thread::sleep_for(3ms);
         }
-    }
-
+    };
     // A marker pad plugged and unplugged after the storm: once both are
     // told, the hot-plug thread has handled everything before them.
-    void settle(const std::string& model) {
+    auto settle = [&] {
         const velatrix_virtual_pad marker = plug(model.c_str());
-        wait_for(VELATRIX_HOTPLUG_ADDED, expected_path(marker));
         const std::string path = expected_path(marker);
+        wait_for(VELATRIX_HOTPLUG_ADDED, path);
         ASSERT_EQ(velatrix_virtual_unplug(marker), 1);
         wait_for(VELATRIX_HOTPLUG_REMOVED, path);
-    }
-
-    void wait_for(uint32_t event, const std::string& path) {
-        std::unique_lock lock(watch->mutex);
-        watch->wanted = path;
-        watch->wanted_event = event;
-        watch->seen = false;
-        EXPECT_TRUE(watch->changed.wait_for(lock, 10s, [] { return watch->seen; }))
-            << "event " << event << " for " << path;
-    }
-
-    HotplugWatch events_;
-};
-
-TEST_F(HotplugStorm, AThousandCyclesBesideAPadBeingReadKeepMemoryBounded) {
-    watch = &events_;
-    const std::string model = model_names().front();
+    };
     const velatrix_virtual_pad pad = plug(model.c_str());
     velatrix_device* device = open(pad);
     ASSERT_NE(device, nullptr);
     {
-        std::lock_guard lock(watch->mutex);
-        watch->protected_path = expected_path(pad);
+        std::lock_guard lock(watch.mutex);
+        watch.protected_path = expected_path(pad);
     }
-    input_calls = 0;
-    calls_after_close = 0;
-    close_returned = false;
-    closed_by_reader = false;
+    reset_input_counts(false);
     velatrix_register_input_callback(device, count_input);
     velatrix_register_hotplug_callback(on_hotplug);
     velatrix_device_read_until_done(device);
@@ -252,12 +240,12 @@ TEST_F(HotplugStorm, AThousandCyclesBesideAPadBeingReadKeepMemoryBounded) {
     {
         // The first cycles meet input on the pad being read.
         Feeder feeder(pad);
-        storm(200, model);
+        storm(200);
     }
-    settle(model);
+    settle();
     const std::size_t before = allocated_bytes();
-    storm(1000, model);
-    settle(model);
+    storm(1000);
+    settle();
     const std::size_t after = allocated_bytes();
     EXPECT_LT(after, before + 4096) << "grew by " << (after - before) << " bytes over a thousand cycles";
 
@@ -270,9 +258,9 @@ TEST_F(HotplugStorm, AThousandCyclesBesideAPadBeingReadKeepMemoryBounded) {
     EXPECT_GT(input_calls.load(), calls);
     velatrix_device_read_done(device);
     EXPECT_EQ(calls_after_close.load(), 0);
-    std::lock_guard lock(watch->mutex);
-    EXPECT_FALSE(watch->protected_removed);
-    EXPECT_GE(watch->events, 4u) << "both markers, added and removed";
+    std::lock_guard lock(watch.mutex);
+    EXPECT_FALSE(watch.protected_removed);
+    EXPECT_GE(watch.events, 4u) << "both markers, added and removed";
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 // The hidraw interface's waiting and closing, exercised on a FIFO standing
 // in for the device node (no HID hardware is needed), and the USB watch's
-// stop.
+// stop (the driver's hot-plug thread ends on it: threads/hotplug_test).
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
@@ -18,7 +18,6 @@
 #include "host/linux/hidraw_interface.h"
 #include "host/linux/linux_layer.h"
 #include "host/linux/usb_watch.h"
-#include "host/real_device.h"
 
 namespace velatrix::host::linux_hid {
 namespace {
@@ -109,9 +108,8 @@ TEST_F(FifoNode, DeviceRequestsOnANonHidNodeFailWithTheirErrno) {
     EXPECT_EQ(interface_->report_descriptor(descriptor), ENOTTY);
     EXPECT_TRUE(descriptor.empty());
     uint8_t buffer[8] = {13};
-    Transfer get = interface_->get_feature(buffer);
-    EXPECT_EQ(get.status, ENOTTY);
-    EXPECT_EQ(get.error, ENOTTY);
+    const Transfer get = interface_->get_feature(buffer);
+    EXPECT_EQ(std::pair(get.status, get.error), std::pair(ENOTTY, ENOTTY));
     EXPECT_EQ(interface_->set_feature(buffer).status, ENOTTY);
     EXPECT_EQ(interface_->get_feature(std::span<uint8_t>()).status, EINVAL);
 }
@@ -134,22 +132,6 @@ TEST(UsbWatch, StopEndsTheWaitBeforeAndDuringIt) {
     waiter.join();
     EXPECT_LT(std::chrono::steady_clock::now() - start, 2s);
     EXPECT_EQ(watch->wait(), UsbChange::stopped);
-}
-
-// The driver over the real Linux layer: its hot-plug thread ends within a
-// second of the driver's stop, wherever its notifications come from.
-TEST(LinuxLayerDriver, HotplugThreadStopsWithTheDriver) {
-    int error = 0;
-    if (!make_usb_watch(error)) GTEST_SKIP() << "no USB notification source here (errno " << error << ")";
-    set_access_layer(&platform_access_layer());
-    velatrix_init();
-    EXPECT_EQ(velatrix_real_thread_running(), 1);
-    std::this_thread::sleep_for(50ms);
-    auto start = std::chrono::steady_clock::now();
-    velatrix_destroy();
-    EXPECT_LT(std::chrono::steady_clock::now() - start, 1s);
-    EXPECT_EQ(velatrix_real_thread_running(), 0);
-    set_access_layer(nullptr);
 }
 
 // Whatever this machine has: every hidraw node listed names its node, a
