@@ -259,6 +259,8 @@ VP_NATIVE(void, nativeMalformedAnswer)(JNIEnv* env, jclass, jint pad, jint repor
     ok(env, velatrix_virtual_malformed_answer(pad, static_cast<uint8_t>(report_id)));
 }
 
+VP_NATIVE(void, nativeRefuseOpen)(JNIEnv* env, jclass, jint pad) { ok(env, velatrix_virtual_refuse_open(pad)); }
+
 VP_NATIVE(void, nativeClearFaults)(JNIEnv* env, jclass, jint pad) { ok(env, velatrix_virtual_clear_faults(pad)); }
 
 VP_NATIVE(jint, nativeTransferCount)(JNIEnv* env, jclass, jint pad) {

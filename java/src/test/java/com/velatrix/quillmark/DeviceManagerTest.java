@@ -68,6 +68,13 @@ class DeviceManagerTest {
                     assertThrows(VelatrixException.class, device::close).getMessage());
             device.open();  // the same object opens again
             assertTrue(device.isOpen());
+            device.close();
+            open.pad.refuseOpen();  // as a missing permission refuses it, once
+            assertEquals("Problem opening device (permissions issue?): 13\n",
+                    assertThrows(VelatrixException.class, device::open).getMessage());
+            assertEquals(0L, Pads.longField(device, "ptr"));
+            device.open();
+            assertTrue(device.isOpen());
         }
     }
 

@@ -256,6 +256,14 @@ public final class VirtualPad {
         nativeMalformedAnswer(id, u8(reportId, "reportId"));
     }
 
+    /**
+     * The next open of the pad is refused, as a missing permission refuses it ({@code Device.open}
+     * throws); the open after it works again.
+     */
+    public void refuseOpen() {
+        nativeRefuseOpen(id);
+    }
+
     /** Ends every fault above, the held busy flags included. */
     public void clearFaults() {
         nativeClearFaults(id);
@@ -420,6 +428,8 @@ public final class VirtualPad {
     private static native void nativeShortAnswer(int pad, int reportId, int length);
 
     private static native void nativeMalformedAnswer(int pad, int reportId);
+
+    private static native void nativeRefuseOpen(int pad);
 
     private static native void nativeClearFaults(int pad);
 
