@@ -110,7 +110,7 @@ TEST_P(VirtualFirmwareEveryModel, SerialNumberNeedsIdleModeAndTheWriteMarker) {
     EXPECT_EQ(get(pad, 13, 73).at(9), 0);
 }
 
-TEST_P(VirtualFirmwareEveryModel, RefusesUnknownReportsAndShortWritesButCutsLongAnswers) {
+TEST_P(VirtualFirmwareEveryModel, RefusesUnknownReportsAndShortWritesAndAnswersOnlyItsLength) {
     Bytes unknown = report(99, 10);
     EXPECT_FALSE(pad.get_feature(unknown).has_value());
     EXPECT_EQ(pad.state().error_text, "Unknown report 99");
@@ -120,15 +120,10 @@ TEST_P(VirtualFirmwareEveryModel, RefusesUnknownReportsAndShortWritesButCutsLong
     EXPECT_EQ(pad.state().error_text, "Report 10 too short");
     EXPECT_FALSE(pad.set_feature({}));
 
-    Bytes small = report(100, 4);
-    auto answered = pad.get_feature(small);
-    ASSERT_TRUE(answered.has_value());
-    EXPECT_EQ(*answered, 4u);
-    EXPECT_EQ(le16(small, 1), GetParam()->display.width);
-
+    // A shorter buffer than the report is report_map_test's.
     Bytes large = report(100, 16);
     std::fill(large.begin() + 1, large.end(), 0xEE);
-    answered = pad.get_feature(large);
+    auto answered = pad.get_feature(large);
     ASSERT_TRUE(answered.has_value());
     EXPECT_EQ(*answered, 10u);
     EXPECT_EQ(large.at(10), 0xEE) << "nothing written past the report";
