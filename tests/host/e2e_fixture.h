@@ -181,17 +181,4 @@ protected:
     std::optional<std::string> saved_simulate_;
 };
 
-// The same tests against every model (or every model with a capability).
-class E2eEveryModel : public E2e, public ::testing::WithParamInterface<std::string> {
-protected:
-    void SetUp() override {
-        E2e::SetUp();
-        pad_ = plug(GetParam().c_str());
-        device_ = open(pad_);
-        ASSERT_NE(device_, nullptr);
-    }
-    velatrix_virtual_pad pad_ = 0;
-    velatrix_device* device_ = nullptr;
-};
-
 }  // namespace velatrix::e2e

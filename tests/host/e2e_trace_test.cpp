@@ -13,13 +13,7 @@
 namespace velatrix::e2e {
 namespace {
 
-struct TraceStart {
-    const char* name;
-    bool caller_writes_header;
-};
-void PrintTo(const TraceStart& start, std::ostream* out) { *out << start.name; }
-
-class TraceFile : public E2e, public ::testing::WithParamInterface<TraceStart> {
+class TraceFile : public E2e {
 protected:
     static constexpr const char* kVariables[] = {"VELATRIX_DEBUG", "VELATRIX_TRACE", "VELATRIX_DEBUG_LOCATION",
                                                  "VELATRIX_TRACE_FILE"};
@@ -47,6 +41,7 @@ protected:
     }
 
     std::string trace_path() const { return dir_ + "/trace.pcap"; }
+    void expect_one_header_then_whole_records(bool caller_writes_header);
 
     std::string dir_;
     std::vector<std::pair<std::string, std::string>> saved_;
@@ -56,9 +51,9 @@ uint32_t le32(const Bytes& bytes, std::size_t at) {
     return bytes[at] | bytes[at + 1] << 8 | bytes[at + 2] << 16 | static_cast<uint32_t>(bytes[at + 3]) << 24;
 }
 
-TEST_P(TraceFile, HoldsOneGlobalHeaderFollowedByWholeRecords) {
+void TraceFile::expect_one_header_then_whole_records(bool caller_writes_header) {
     EXPECT_FALSE(std::filesystem::exists(trace_path())) << "start-up wrote the trace";
-    if (GetParam().caller_writes_header) velatrix_debug_write_trace_header();
+    if (caller_writes_header) velatrix_debug_write_trace_header();
     velatrix_device* device = open(plug(model_names().front().c_str()));
     ASSERT_NE(device, nullptr);
     EXPECT_EQ(velatrix_close_device(device), 1);
@@ -90,10 +85,8 @@ TEST_P(TraceFile, HoldsOneGlobalHeaderFollowedByWholeRecords) {
     EXPECT_GT(records, 1) << "open moves several reports";
 }
 
-INSTANTIATE_TEST_SUITE_P(Trace, TraceFile,
-                         ::testing::Values(TraceStart{"HeaderFromTheCaller", true},
-                                           TraceStart{"HeaderFromTheFirstRecord", false}),
-                         [](const ::testing::TestParamInfo<TraceStart>& info) { return std::string(info.param.name); });
+TEST_F(TraceFile, HeaderFromTheCaller) { expect_one_header_then_whole_records(true); }
+TEST_F(TraceFile, HeaderFromTheFirstRecord) { expect_one_header_then_whole_records(false); }
 
 }  // namespace
 }  // namespace velatrix::e2e

@@ -17,42 +17,36 @@ std::vector<int> declared_ids(const uint8_t* map) {
     return ids;
 }
 
+// Every entry but 255 is cleared or marked; 255 is never touched, so the
+// map's fill shows through there.
 TEST(ParseHidDescriptor, MarksExactlyTheDeclaredIdsAndLeavesEntry255) {
-    // A vendor collection with input reports 1 and 2 and feature report 13.
-    const Bytes descriptor = {
-        0x06, 0x00, 0xFF, 0x09, 0x06, 0xA1, 0x01,  // Usage Page, Usage, Collection
-        0x85, 0x01, 0x09, 0x01, 0x15, 0x00, 0x26, 0xFF, 0x00, 0x75, 0x08, 0x95, 0x05, 0x81, 0x02,
-        0x85, 0x02, 0x09, 0x02, 0x95, 0x06, 0x81, 0x02,
-        0x85, 0x0D, 0x09, 0x0D, 0x95, 0x48, 0xB1, 0x02,
-        0xC0,  // End Collection
+    const struct {
+        const char* name;
+        Bytes descriptor;
+        std::vector<int> marked;
+    } cases[] = {
+        {"a vendor collection with input reports 1 and 2 and feature report 13",
+         {0x06, 0x00, 0xFF, 0x09, 0x06, 0xA1, 0x01,  // Usage Page, Usage, Collection
+          0x85, 0x01, 0x09, 0x01, 0x15, 0x00, 0x26, 0xFF, 0x00, 0x75, 0x08, 0x95, 0x05, 0x81, 0x02,
+          0x85, 0x02, 0x09, 0x02, 0x95, 0x06, 0x81, 0x02,
+          0x85, 0x0D, 0x09, 0x0D, 0x95, 0x48, 0xB1, 0x02,
+          0xC0},  // End Collection
+         {1, 2, 13, 255}},
+        // A 4-byte item whose data looks like Report ID prefixes is skipped
+        // whole; the last Report ID item has lost its data byte.
+        {"item sizes and a cut end", {0x27, 0x85, 0x09, 0x85, 0x0A, 0x85, 0x03, 0x85}, {3, 255}},
+        // Long items are walked as short items of their size code: 0xFE steps
+        // over two bytes, so the 0x85 0x21 that follows is read as Report ID 33.
+        {"long item", {0xFE, 0x02, 0x10, 0x85, 0x21}, {33, 255}},
+        {"none", {}, {255}},
     };
-    uint8_t map[256];
-    std::memset(map, 7, sizeof map);
-    parse_hid_descriptor(descriptor.data(), static_cast<uint32_t>(descriptor.size()), map);
-    EXPECT_EQ(declared_ids(map), (std::vector<int>{1, 2, 13, 255}));
-    EXPECT_EQ(map[255], 7);  // never touched
-}
-
-TEST(ParseHidDescriptor, WalksItemSizesAndStopsAtTheEnd) {
-    uint8_t map[256] = {};
-    // A 4-byte item whose data looks like Report ID prefixes must be skipped
-    // whole; the last Report ID item has lost its data byte.
-    const Bytes descriptor = {0x27, 0x85, 0x09, 0x85, 0x0A,  // Logical Maximum (4 bytes)
-                              0x85, 0x03,                    // Report ID (3)
-                              0x85};                         // cut off
-    parse_hid_descriptor(descriptor.data(), static_cast<uint32_t>(descriptor.size()), map);
-    EXPECT_EQ(declared_ids(map), (std::vector<int>{3}));
-
-    // Long items are walked as short items of their size code: 0xFE steps
-    // over two bytes, so the 0x85 0x21 that follows is read as Report ID 33.
-    std::memset(map, 0, sizeof map);
-    const Bytes long_item = {0xFE, 0x02, 0x10, 0x85, 0x21};
-    parse_hid_descriptor(long_item.data(), static_cast<uint32_t>(long_item.size()), map);
-    EXPECT_EQ(declared_ids(map), (std::vector<int>{33}));
-
-    std::memset(map, 1, sizeof map);
-    parse_hid_descriptor(nullptr, 0, map);
-    EXPECT_EQ(declared_ids(map), (std::vector<int>{255}));
+    for (const auto& c : cases) {
+        uint8_t map[256];
+        std::memset(map, 7, sizeof map);
+        parse_hid_descriptor(c.descriptor.empty() ? nullptr : c.descriptor.data(),
+                             static_cast<uint32_t>(c.descriptor.size()), map);
+        EXPECT_EQ(std::tuple(declared_ids(map), map[255]), std::tuple(c.marked, 7)) << c.name;
+    }
 }
 
 // The monochrome pad, listed and opened through the driver alone (no

@@ -28,23 +28,15 @@ TEST(VirtualRegionTable, RefusesRegionNumbersOutsideTheTable) {
     EXPECT_EQ(pad.state().error_text, "Region 0 out of range");
 }
 
-TEST(VirtualRegionTable, UpdateDeleteAndCommit) {
+// The update's flag byte: visibility, and the enable of a button or the ink
+// of a container. The values it sets are the round trip's (tests/host).
+TEST(VirtualRegionTable, UpdateFlagsAndCommit) {
     Firmware pad(mono_320_model(), 1);
     ASSERT_TRUE(pad.set_feature(report(113, 12, {3, 0x02, 0, 0x11, 0x22, 0x33, 0x44})));
-    const Region* button = pad.regions().find(3);
-    EXPECT_FALSE(button->enable);
-    EXPECT_TRUE(button->visible);
-    EXPECT_EQ(button->foreground, (Rgba{0x11, 0x22, 0x33, 0x44}));
-    Bytes block = block_of(get(pad, 110, 353), 3, kMonoBlock);
-    EXPECT_EQ(block[25], 0x02) << "highlight only";
+    EXPECT_EQ(block_of(get(pad, 110, 353), 3, kMonoBlock)[25], 0x02) << "highlight only";
     ASSERT_TRUE(pad.set_feature(report(113, 12, {1, 0x01, 0, 0, 0, 0, 255})));
     EXPECT_TRUE(pad.regions().find(1)->ink_enabled);
     EXPECT_FALSE(pad.regions().find(1)->visible);
-
-    ASSERT_TRUE(pad.set_feature(report(114, 2, {4})));
-    block = block_of(get(pad, 110, 353), 4, kMonoBlock);
-    EXPECT_EQ(block[0], 4);
-    EXPECT_EQ(block[2], 0) << "no longer in use";
 
     ASSERT_TRUE(pad.set_feature(report(115, 2, {0})));
     EXPECT_EQ(pad.state().region_commits, (std::vector<uint8_t>{0}));
@@ -83,10 +75,6 @@ TEST_F(VirtualDeviceRegions, ReadsWalkTheSlotsFromTheIndex) {
     EXPECT_EQ(Bytes(first.begin(), first.begin() + 33),
               (Bytes{152, 1, 0, 0x01, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0x1F, 0x03, 0, 0, 0x8F, 0x01,
                      0, 0, 0, 255, 255, 255, 255, 255, 1, 2, 0, 0}));
-    Bytes second = get(pad, 152, 65);
-    EXPECT_EQ(second[1], 2);
-    EXPECT_EQ(second[2], kLine);
-    EXPECT_EQ(get(pad, 150, 2), (Bytes{150, 3}));
 
     ASSERT_TRUE(pad.set_feature(report(150, 2, {16})));
     EXPECT_EQ(get(pad, 152, 65)[1], 16);
