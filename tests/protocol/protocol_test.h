@@ -64,4 +64,22 @@ inline std::string printed(const std::string& header, const std::vector<std::pai
     return out;
 }
 
+using Fields = std::vector<std::pair<std::string, std::string>>;
+
+// The print-out of one region: "Region n:", then "label: value" lines (the
+// common part, then the type's own) with the labels right-aligned to 19
+// columns (longer ones as they are).
+inline std::string printed_region(int number, const std::string& type, const Fields& common,
+                                  const Fields& specific = {}) {
+    std::string out = "   Region " + std::to_string(number) + ":\n";
+    auto line = [&](const std::string& label, const std::string& value) {
+        out += std::string(label.size() < 19 ? 19 - label.size() : 0, ' ') + label + ": " + value + "\n";
+    };
+    line("Type", type);
+    for (const Fields* fields : {&common, &specific}) {
+        for (const auto& [label, value] : *fields) line(label, value);
+    }
+    return out;
+}
+
 }  // namespace velatrix::testing
