@@ -89,19 +89,7 @@ std::vector<HostileCall> hostile_calls() {
         {"get_resource_info_null", [](D d) { return int64_t{velatrix_get_resource_info(d, nullptr) != nullptr}; }, 0,
          nullptr, true},
         {"status_ref_null", [](D d) { return velatrix_get_device_status_ref(d, nullptr), int64_t{0}; }, 0, nullptr},
-        {"parse_input_null",
-         [](D d) { return static_cast<int64_t>(velatrix_parse_input_report(d, nullptr, 10) != nullptr); }, 0, nullptr},
         {"list_devices_null", [](D) { return velatrix_list_devices(nullptr); }, 1, nullptr},
-        {"device_read_null", [](D) { return velatrix_device_read(nullptr); }, 0,
-         "Parameter passed into velatrix_device_read was null."},
-        {"register_null_callback",
-         [](D d) {
-             velatrix_register_input_callback(d, nullptr);
-             velatrix_register_input_callback(nullptr, nullptr);
-             velatrix_unregister_input_callback(nullptr, nullptr);
-             return int64_t{0};
-         },
-         0, nullptr},
         {"uuid_null_device", [](D) { return static_cast<int64_t>(velatrix_get_device_uuid(nullptr) != nullptr); }, 0,
          "Device has no driver to send the report through."},
         // Zero lengths and unknown encodings.
@@ -115,11 +103,7 @@ std::vector<HostileCall> hostile_calls() {
         // Out-of-range numbers and coordinates.
         {"set_region_zero", [](D d) { return velatrix_set_region(d, table_region(0)); }, 0,
          "Region number was out of bounds, min: 1, max: 16, specified: 0\n"},
-        {"set_region_past_count", [](D d) { return velatrix_set_region(d, table_region(255)); }, 0,
-         "Region number was out of bounds, min: 1, max: 16, specified: 255\n"},
         {"delete_region_zero", [](D d) { return velatrix_delete_region(d, 0); }, 0, "Region number out of bounds."},
-        {"delete_device_region_past", [](D d) { return velatrix_delete_device_region(d, 255); }, 0,
-         "Region number out of bounds."},
         {"update_region_zero",
          [](D d) {
              velatrix_region_update update{};

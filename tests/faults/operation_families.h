@@ -172,7 +172,6 @@ inline const std::vector<Family>& families() {
         // Regions.
         {"regions", false, fails, allocating(velatrix_get_regions, velatrix_free_regions)},
         {"default_regions", false, fails, allocating(velatrix_get_default_regions, velatrix_free_regions)},
-        {"set_region", false, fails, [](D d) { return velatrix_set_region(d, table_region(3)) == 1; }},
         {"update_region", false, fails,
          [](D d) {
              velatrix_region_update update{};
@@ -199,7 +198,6 @@ inline const std::vector<Family>& families() {
          },
          {"g110#1"}},
         // Screens.
-        {"set_screen", true, fails, [](D d) { return velatrix_set_screen(d, screen(5)) == 1; }},
         {"get_screen", true, fails, ref_getter(velatrix_get_screen_ref)},
         {"screen_index", true, fails,
          [](D d) { return velatrix_set_screen_idx(d, 1) == 1 && velatrix_get_screen_idx(d) >= 0; }},
@@ -221,7 +219,6 @@ inline const std::vector<Family>& families() {
          [](D d) { return velatrix_set_resource_idx(d, 1) == 1 && velatrix_get_resource_idx(d) >= 0; }},
         {"resource_info", true, fails, ref_getter(velatrix_get_resource_info_ref)},
         {"get_resource", true, fails, ref_getter(velatrix_get_resource_ref)},
-        {"send_resource", true, fails, [](D d) { return velatrix_send_text_resource(d, 8, "Hello pad") == 1; }},
         {"delete_resource", true, fails,
          [](D d) { return velatrix_send_text_resource(d, 9, "x") == 1 && velatrix_delete_resource(d, 9) == 1; }},
         // Display.
