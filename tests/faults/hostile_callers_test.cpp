@@ -97,9 +97,6 @@ std::vector<HostileCall> hostile_calls() {
          ""},
         {"draw_text_empty", [](D d) { return velatrix_device_draw_text_encoded(d, "", 0, 10, 10, 0, 0, "UTF-8"); }, 0,
          "String encoding problem, unable to convert string."},
-        {"draw_text_unknown_encoding",
-         [](D d) { return velatrix_device_draw_text_encoded(d, "abc", 3, 10, 10, 0, 0, "NO-SUCH-CODE"); }, 0,
-         "String encoding problem, unable to convert string."},
         // Out-of-range numbers and coordinates.
         {"set_region_zero", [](D d) { return velatrix_set_region(d, table_region(0)); }, 0,
          "Region number was out of bounds, min: 1, max: 16, specified: 0\n"},

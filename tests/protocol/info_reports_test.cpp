@@ -7,25 +7,6 @@ namespace {
 
 using InfoReports = PadTest;
 
-// The print-out of what a getter read from `answer`; the _ref form, where
-// there is one, must read the same.
-template <class Get, class Print>
-std::string read_and_print(FakeDriver& fake, const Bytes& answer, Get get, Print print) {
-    fake.answer(answer.at(0), answer);
-    const auto record = get();
-    return capture_stdout([&] { print(&record); });
-}
-#define READ_AND_PRINT(answer, family)                                                                        \
-    [&] {                                                                                                     \
-        const std::string out = read_and_print(fake, answer, [&] { return velatrix_get_##family(device); },  \
-                                               velatrix_print_##family);                                      \
-        decltype(velatrix_get_##family(device)) copy;                                                         \
-        std::memset(&copy, 0xAA, sizeof copy);                                                                \
-        velatrix_get_##family##_ref(device, &copy);                                                           \
-        EXPECT_EQ(capture_stdout([&] { velatrix_print_##family(&copy); }), out) << #family "_ref";            \
-        return out;                                                                                           \
-    }()
-
 // Each report read from the wire and printed whole: the print-out shows
 // every field the read unpacked.
 TEST_F(InfoReports, ReportsReadAndPrint) {

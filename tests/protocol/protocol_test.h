@@ -54,6 +54,25 @@ protected:
 #define EXPECT_FAILED_READ(id, family)                                                              \
     expect_failed_read(id, #family, [&] { return velatrix_get_##family(device); }, velatrix_print_##family)
 
+// The print-out of what a getter read from `answer`; the _ref form, where
+// there is one, must read the same.
+template <class Get, class Print>
+inline std::string read_and_print(FakeDriver& fake, const Bytes& answer, Get get, Print print) {
+    fake.answer(answer.at(0), answer);
+    const auto record = get();
+    return capture_stdout([&] { print(&record); });
+}
+#define READ_AND_PRINT(answer, family)                                                                        \
+    [&] {                                                                                                     \
+        const std::string out = read_and_print(fake, answer, [&] { return velatrix_get_##family(device); },  \
+                                               velatrix_print_##family);                                      \
+        decltype(velatrix_get_##family(device)) copy;                                                         \
+        std::memset(&copy, 0xAA, sizeof copy);                                                                \
+        velatrix_get_##family##_ref(device, &copy);                                                           \
+        EXPECT_EQ(capture_stdout([&] { velatrix_print_##family(&copy); }), out) << #family "_ref";            \
+        return out;                                                                                           \
+    }()
+
 // The print-out of a record: its header, then each "label = value" line with
 // the labels right-aligned to the longest.
 inline std::string printed(const std::string& header, const std::vector<std::pair<std::string, std::string>>& fields) {
