@@ -22,6 +22,13 @@ namespace velatrix::testing {
 // The status report answered while the pad shows `busy_bits`.
 inline Bytes status(uint8_t busy_bits, uint8_t state = 0) { return wire(13, 73, {{1, {state}}, {3, {busy_bits}}}); }
 
+// A region table report: the report id, then the region blocks.
+inline Bytes table_report(uint8_t id, std::initializer_list<Bytes> blocks) {
+    Bytes result = {id};
+    for (const Bytes& block : blocks) result.insert(result.end(), block.begin(), block.end());
+    return result;
+}
+
 class PadTest : public FakePad {
 protected:
     void SetUp() override { velatrix_set_legacy_firmware(nullptr, 0); }

@@ -26,12 +26,6 @@ const Bytes kContainer = block("01 00 15 7e 78563412 0a00 2c01 1400 9001 1122334
 const Bytes kButton = block("02 01 08 00 00000000 0100 0200 0300 0400 ff0000ff 0000ff80 01 05 0201 4f4b");
 const Bytes kLine = block("03 02 1f 00 00000000 0500 0600 0700 0800 01020304 05060708 01 04 ffff");
 
-Bytes table_report(uint8_t id, std::initializer_list<Bytes> blocks) {
-    Bytes result = {id};
-    for (const Bytes& b : blocks) result.insert(result.end(), b.begin(), b.end());
-    return result;
-}
-
 class RegionTableTest : public PadTest {
 protected:
     void SetUp() override { use_pad(3, kCaption); }
