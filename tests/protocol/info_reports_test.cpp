@@ -74,6 +74,7 @@ TEST_F(InfoReports, NullRecordsPrintNull) {
               "velatrix_print_frequency_amplitude structure:\n  NULL\n");
 }
 
+// Information and parameter reports alike.
 TEST_F(InfoReports, FailedReadsLeaveZeroedRecords) {
     EXPECT_FAILED_READ(100, display_info);
     EXPECT_FAILED_READ(11, capabilities);
@@ -85,6 +86,14 @@ TEST_F(InfoReports, FailedReadsLeaveZeroedRecords) {
     EXPECT_FAILED_READ(23, coordinate_range);
     EXPECT_FAILED_READ(27, serial_number);
     EXPECT_FAILED_READ(40, operating_modes);
+    EXPECT_FAILED_READ(102, display_settings);
+    EXPECT_FAILED_READ(41, general_parameters);
+    EXPECT_FAILED_READ(43, asic_register);
+    EXPECT_FAILED_READ(50, pen_parameters);
+    EXPECT_FAILED_READ(60, touch_parameters);
+    EXPECT_FAILED_READ(91, output_configuration);
+    EXPECT_FAILED_READ(92, peripheral_configuration);
+    EXPECT_FAILED_READ(131, calibration_data);
     expect_failed_read(13, "velatrix_get_device_status_ref", [&] {
         velatrix_hid_feature_device_status status;
         std::memset(&status, 0x5A, sizeof status);

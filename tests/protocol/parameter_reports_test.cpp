@@ -181,16 +181,5 @@ TEST_F(ParameterReports, CalibrationData) {
                        {"HostYMultiplierScaled", "305419896"}, {"HostYOffset", "0"}}));
 }
 
-TEST_F(ParameterReports, FailedReadsLeaveZeroedRecords) {
-    EXPECT_FAILED_READ(102, display_settings);
-    EXPECT_FAILED_READ(41, general_parameters);
-    EXPECT_FAILED_READ(43, asic_register);
-    EXPECT_FAILED_READ(50, pen_parameters);
-    EXPECT_FAILED_READ(60, touch_parameters);
-    EXPECT_FAILED_READ(91, output_configuration);
-    EXPECT_FAILED_READ(92, peripheral_configuration);
-    EXPECT_FAILED_READ(131, calibration_data);
-}
-
 }  // namespace
 }  // namespace velatrix::testing
