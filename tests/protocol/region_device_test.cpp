@@ -13,12 +13,14 @@ namespace {
 constexpr uint8_t kCaption = 10;
 constexpr size_t kLength = kCaption + 34;
 
-// The common part of a region contents report: region 4 of `type`, every
-// flag set, reserved bytes 9 and 1..8, rectangle 16, 32, 48, 64.
-Bytes contents(uint8_t type, Bytes specific, Bytes tail = {}, size_t length = kLength) {
+// The common part of a region contents report: region 4 of `type`, with
+// every flag set unless told, reserved bytes 9 and 1..8, rectangle 16, 32,
+// 48, 64.
+Bytes contents(uint8_t type, Bytes specific, Bytes tail = {}, size_t length = kLength, uint8_t flags = 0x47) {
     Bytes result = wire(0x98, length, {{1, hex("04 00 47 09 0102030405060708 1000 2000 3000 4000 11223344 55667788")},
                                        {29, specific}});
     result[2] = type;
+    result[3] = flags;
     std::copy(tail.begin(), tail.end(), result.begin() + 33);
     return result;
 }
@@ -54,7 +56,7 @@ TEST_F(RegionDeviceTest, ReadsWritesAndPrintsEveryType) {
         contents(VELATRIX_REGION_BUTTON, {0x11}, {7, 8}),
         contents(VELATRIX_REGION_LINE, {2, 3, 0xAB, 0xCD}),
         contents(VELATRIX_REGION_GRAPHIC, {7, 5, 0xA3, 0xEE}),
-        contents(VELATRIX_REGION_TEXT, {1, 6, 2, 0x5F}),
+        contents(VELATRIX_REGION_TEXT, {1, 6, 2, 0x5F}, {}, kLength, 0x05),
     };
     velatrix_device_region regions[std::size(answers)];
     for (size_t i = 0; i < std::size(answers); ++i) {
@@ -69,6 +71,8 @@ TEST_F(RegionDeviceTest, ReadsWritesAndPrintsEveryType) {
     const Fields common = {{"Accepts Touch", "1"}, {"Decode", "1"}, {"Has Frame", "1"}, {"Output To Host", "1"},
                            {"Reserved 1", "9"}, {"Reserved 2", "1"}, {"X1", "16"}, {"Y1", "48"}, {"X2", "32"},
                            {"Y2", "64"}, {"Foreground", "#44112233"}, {"Background", "#88556677"}};
+    Fields touch_and_frame = common;  // the text region's flags
+    touch_and_frame[1].second = touch_and_frame[3].second = "0";
     const std::string expected =
         "velatrix_device_region_info structure:\n" +
         printed_region(4, "Container", common, {{"Ink Enable", "1"}, {"Ink Width", "2"}}) +
@@ -83,7 +87,7 @@ TEST_F(RegionDeviceTest, ReadsWritesAndPrintsEveryType) {
         printed_region(4, "Line", common, {{"Parent", "2"}, {"Width", "3"}}) +
         printed_region(4, "Graphic", common,
                        {{"Graphic Number", "5"}, {"Horizontal Justification", "3"}, {"Vertical Justification", "10"}}) +
-        printed_region(4, "Text", common,
+        printed_region(4, "Text", touch_and_frame,
                        {{"Resource Number", "6"}, {"Font Number", "2"}, {"Horizontal Justification", "15"},
                         {"Vertical Justification", "5"}});
     EXPECT_EQ(capture_stdout([&] { velatrix_print_device_regions(regions, std::size(regions)); }), expected);
