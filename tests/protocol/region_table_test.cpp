@@ -198,15 +198,8 @@ TEST_F(RegionTableTest, RefusesRegionNumbersOutsideTheTable) {
 }
 
 TEST_F(RegionTableTest, UpdateDeleteAndCommitReports) {
-    velatrix_region_update update{};
-    update.leading = 0xEE;
-    update.number = 3;
-    update.enable = 1;
-    update.visible = 1;
-    update.reserved = 0x42;
-    update.foreground = 0x11223344;
-    update.ignored[0] = update.ignored[1] = update.ignored[2] = 0xEE;
-    update.reserved2 = 0xA1B2C3D4;
+    // Leading, number, enable, visible, reserved, foreground, ignored, reserved2.
+    velatrix_region_update update{0xEE, 3, 1, 1, 0x42, 0x11223344, {0xEE, 0xEE, 0xEE}, 0xA1B2C3D4};
     ASSERT_EQ(velatrix_update_region(device, &update), 1);
     update.visible = 0;
     ASSERT_EQ(velatrix_update_region(device, &update), 1);

@@ -92,16 +92,9 @@ TEST_F(ScreenTest, AddingRegionsToTheRecord) {
 }
 
 TEST_F(ScreenTest, EditIndexActiveAndDeleteReports) {
-    velatrix_hid_feature_screen_modify modify{};
-    modify.report_id = 0xA4;
-    for (uint8_t i = 0; i < 6; ++i) modify.reserved[i] = static_cast<uint8_t>(i + 1);
-    modify.add_region = 1;
-    modify.set_timeout = 1;
-    modify.screen_index = 2;
-    modify.region_index = 3;
-    modify.region_screen_next = 4;
-    modify.timeout_value = 5;
-    modify.timeout_screen_next = 6;
+    // Report id, reserved, add, remove, set timeout, screen, region, the
+    // region's next screen, timeout and the timeout's next screen.
+    velatrix_hid_feature_screen_modify modify{0xA4, {1, 2, 3, 4, 5, 6}, 1, 0, 1, 2, 3, 4, 5, 6};
     ASSERT_EQ(velatrix_set_edit_screen(device, &modify), 1);
     modify.add_region = 0;
     modify.remove_region = 1;
