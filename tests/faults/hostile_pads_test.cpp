@@ -13,22 +13,13 @@
 namespace velatrix::e2e {
 namespace {
 
-class HostilePads : public E2e, public ::testing::WithParamInterface<Family> {
-protected:
-    void TearDown() override {
-        recorded = nullptr;
-        E2e::TearDown();
-    }
-    velatrix_device_driver recorder_ = recording_driver();  // outlives the records
-};
+class HostilePads : public FamilyTest {};
 
 TEST_P(HostilePads, ShortAndMalformedAnswersToEveryReadFailCleanlyOrClamp) {
     const Family& family = GetParam();
-    const velatrix_virtual_pad pad = plug(model_names(family.needs_screens ? has_screens : nullptr).front().c_str());
-    ASSERT_EQ(velatrix_virtual_set_busy_polls(pad, 0), 1);
-    velatrix_device* device = open(pad);
+    velatrix_virtual_pad pad = 0;
+    velatrix_device* device = fresh(pad);
     ASSERT_NE(device, nullptr);
-    device->driver = &recorder_;
     std::vector<Transfer> transfers;
     recorded = &transfers;
     recorded_pad = pad;

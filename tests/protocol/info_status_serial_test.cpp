@@ -46,15 +46,6 @@ TEST_F(DeviceStatus, UnterminatedErrorTextPrintsSixtyFourCharacters) {
     EXPECT_NE(out.find("errorInfo = \"" + std::string(64, 'x') + "\"\n"), std::string::npos);
 }
 
-TEST_F(DeviceStatus, FailedReadIsAllClear) {
-    fake.fail_report(13, "gone");
-    velatrix_hid_feature_device_status status;
-    std::memset(&status, 0xFF, sizeof status);
-    EXPECT_EQ(velatrix_get_device_status(&status, device), &status);
-    const auto* bytes = reinterpret_cast<const uint8_t*>(&status);
-    EXPECT_EQ(Bytes(bytes, bytes + sizeof status), Bytes(sizeof status, 0));
-}
-
 TEST_F(DeviceStatus, ClearLastErrorSendsAZeroedStatusReport) {
     EXPECT_EQ(velatrix_clear_last_error(device), 1);
     EXPECT_EQ(fake.sets(13), (std::vector<Bytes>{wire(13, 73)}));

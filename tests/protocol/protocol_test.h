@@ -22,6 +22,13 @@ namespace velatrix::testing {
 // The status report answered while the pad shows `busy_bits`.
 inline Bytes status(uint8_t busy_bits, uint8_t state = 0) { return wire(13, 73, {{1, {state}}, {3, {busy_bits}}}); }
 
+// A region table report: the report id, then the region blocks.
+inline Bytes table_report(uint8_t id, std::initializer_list<Bytes> blocks) {
+    Bytes result = {id};
+    for (const Bytes& block : blocks) result.insert(result.end(), block.begin(), block.end());
+    return result;
+}
+
 class PadTest : public FakePad {
 protected:
     void SetUp() override { velatrix_set_legacy_firmware(nullptr, 0); }
@@ -54,6 +61,25 @@ protected:
 #define EXPECT_FAILED_READ(id, family)                                                              \
     expect_failed_read(id, #family, [&] { return velatrix_get_##family(device); }, velatrix_print_##family)
 
+// The print-out of what a getter read from `answer`; the _ref form, where
+// there is one, must read the same.
+template <class Get, class Print>
+inline std::string read_and_print(FakeDriver& fake, const Bytes& answer, Get get, Print print) {
+    fake.answer(answer.at(0), answer);
+    const auto record = get();
+    return capture_stdout([&] { print(&record); });
+}
+#define READ_AND_PRINT(answer, family)                                                                        \
+    [&] {                                                                                                     \
+        const std::string out = read_and_print(fake, answer, [&] { return velatrix_get_##family(device); },  \
+                                               velatrix_print_##family);                                      \
+        decltype(velatrix_get_##family(device)) copy;                                                         \
+        std::memset(&copy, 0xAA, sizeof copy);                                                                \
+        velatrix_get_##family##_ref(device, &copy);                                                           \
+        EXPECT_EQ(capture_stdout([&] { velatrix_print_##family(&copy); }), out) << #family "_ref";            \
+        return out;                                                                                           \
+    }()
+
 // The print-out of a record: its header, then each "label = value" line with
 // the labels right-aligned to the longest.
 inline std::string printed(const std::string& header, const std::vector<std::pair<std::string, std::string>>& fields) {
@@ -61,6 +87,24 @@ inline std::string printed(const std::string& header, const std::vector<std::pai
     for (const auto& field : fields) width = std::max(width, field.first.size());
     std::string out = header + "\n";
     for (const auto& [label, value] : fields) out += std::string(width - label.size(), ' ') + label + " = " + value + "\n";
+    return out;
+}
+
+using Fields = std::vector<std::pair<std::string, std::string>>;
+
+// The print-out of one region: "Region n:", then "label: value" lines (the
+// common part, then the type's own) with the labels right-aligned to 19
+// columns (longer ones as they are).
+inline std::string printed_region(int number, const std::string& type, const Fields& common,
+                                  const Fields& specific = {}) {
+    std::string out = "   Region " + std::to_string(number) + ":\n";
+    auto line = [&](const std::string& label, const std::string& value) {
+        out += std::string(label.size() < 19 ? 19 - label.size() : 0, ' ') + label + ": " + value + "\n";
+    };
+    line("Type", type);
+    for (const Fields* fields : {&common, &specific}) {
+        for (const auto& [label, value] : *fields) line(label, value);
+    }
     return out;
 }
 

@@ -13,12 +13,14 @@ namespace {
 constexpr uint8_t kCaption = 10;
 constexpr size_t kLength = kCaption + 34;
 
-// The common part of a region contents report: region 4 of `type`, every
-// flag set, reserved bytes 9 and 1..8, rectangle 16, 32, 48, 64.
-Bytes contents(uint8_t type, Bytes specific, Bytes tail = {}, size_t length = kLength) {
+// The common part of a region contents report: region 4 of `type`, with
+// every flag set unless told, reserved bytes 9 and 1..8, rectangle 16, 32,
+// 48, 64.
+Bytes contents(uint8_t type, Bytes specific, Bytes tail = {}, size_t length = kLength, uint8_t flags = 0x47) {
     Bytes result = wire(0x98, length, {{1, hex("04 00 47 09 0102030405060708 1000 2000 3000 4000 11223344 55667788")},
                                        {29, specific}});
     result[2] = type;
+    result[3] = flags;
     std::copy(tail.begin(), tail.end(), result.begin() + 33);
     return result;
 }
@@ -44,62 +46,53 @@ protected:
     }
 };
 
-TEST_F(RegionDeviceTest, ButtonWithCaption) {
-    const Bytes answer = contents(VELATRIX_REGION_BUTTON, {0x0F, 0x0A, 0x0B, 0x0C}, text_bytes("Sign here"));
-    const velatrix_device_region region = read(answer);
-    EXPECT_EQ(fake.sequence(), "G13 G152");
-    EXPECT_EQ(std::tuple(region.report_id, region.number, region.type, region.accept_touch, region.decode,
-                         region.has_frame, region.output_to_host, region.reserved1,
-                         Bytes(region.reserved2, region.reserved2 + 8), region.x1, region.x2, region.y1, region.y2,
-                         region.foreground, region.background),
-              std::tuple(0x98, 4, VELATRIX_REGION_BUTTON, 1, 1, 1, 1, 9, Bytes{1, 2, 3, 4, 5, 6, 7, 8}, 0x10, 0x20,
-                         0x30, 0x40, 0x11223344u, 0x55667788u));
-    const auto& button = region.data.button;
-    EXPECT_EQ(std::tuple(button.enable, button.highlight_on_select, button.clear_on_select, button.confirm_on_select,
-                         button.use_resource, Bytes(button.reserved, button.reserved + 3)),
-              std::tuple(1, 1, 1, 1, 0, Bytes{0x0A, 0x0B, 0x0C}));
-    EXPECT_STREQ(button.caption, "Sign here");
-    expect_round_trip(region, answer);
-}
+// Each type read and written back; the print-out of what was read shows
+// every field the read unpacked but the report id, the number and the
+// reserved bytes, which the writes show.
+TEST_F(RegionDeviceTest, ReadsWritesAndPrintsEveryType) {
+    const Bytes answers[] = {
+        contents(VELATRIX_REGION_CONTAINER, {1, 2, 3, 4}),
+        contents(VELATRIX_REGION_BUTTON, {0x0F, 0x0A, 0x0B, 0x0C}, text_bytes("Sign here")),
+        contents(VELATRIX_REGION_BUTTON, {0x11}, {7, 8}),
+        contents(VELATRIX_REGION_LINE, {2, 3, 0xAB, 0xCD}),
+        contents(VELATRIX_REGION_GRAPHIC, {7, 5, 0xA3, 0xEE}),
+        contents(VELATRIX_REGION_TEXT, {1, 6, 2, 0x5F}, {}, kLength, 0x05),
+    };
+    velatrix_device_region regions[std::size(answers)];
+    for (size_t i = 0; i < std::size(answers); ++i) {
+        SCOPED_TRACE(i);
+        fake.clear_transfers();
+        regions[i] = read(answers[i]);
+        EXPECT_EQ(fake.sequence(), "G13 G152");
+        expect_round_trip(regions[i], answers[i]);
+    }
+    EXPECT_EQ(std::tuple(regions[0].report_id, regions[0].number), std::tuple(0x98, 4));
 
-TEST_F(RegionDeviceTest, ButtonWithResources) {
-    const Bytes answer = contents(VELATRIX_REGION_BUTTON, {0x11}, {7, 8});
-    const velatrix_device_region region = read(answer);
-    const auto& b = region.data.button;
-    EXPECT_EQ(std::tuple(b.enable, b.use_resource, b.resource_number_normal, b.resource_number_selected, b.caption[0]),
-              std::tuple(1, 1, 7, 8, 0));
-    expect_round_trip(region, answer);
-}
-
-TEST_F(RegionDeviceTest, ContainerLineGraphicAndText) {
-    Bytes answer = contents(VELATRIX_REGION_CONTAINER, {1, 2, 3, 4});
-    velatrix_device_region region = read(answer);
-    const auto& container = region.data.container;
-    EXPECT_EQ(std::tuple(container.ink_enabled, container.ink_width, container.reserved1, container.reserved2),
-              std::tuple(1, 2, 3, 4));
-    expect_round_trip(region, answer);
-
-    answer = contents(VELATRIX_REGION_LINE, {2, 3, 0xAB, 0xCD});
-    region = read(answer);
-    const auto& line = region.data.line;
-    EXPECT_EQ(std::tuple(line.parent, line.width, line.reserved[0], line.reserved[1]), std::tuple(2, 3, 0xAB, 0xCD));
-    expect_round_trip(region, answer);
-
-    answer = contents(VELATRIX_REGION_GRAPHIC, {7, 5, 0xA3, 0xEE});
-    region = read(answer);
-    const auto& graphic = region.data.graphic;
-    EXPECT_EQ(std::tuple(graphic.reserved1, graphic.resource_number, graphic.horizontal_justification,
-                         graphic.vertical_justification, graphic.reserved2),
-              std::tuple(7, 5, 3, 10, 0xEE));
-    expect_round_trip(region, answer);
-
-    answer = contents(VELATRIX_REGION_TEXT, {1, 6, 2, 0x5F});
-    region = read(answer);
-    const auto& text = region.data.text;
-    EXPECT_EQ(std::tuple(text.reserved, text.resource_number, text.font_number, text.horizontal_justification,
-                         text.vertical_justification),
-              std::tuple(1, 6, 2, 15, 5));
-    expect_round_trip(region, answer);
+    const Fields common = {{"Accepts Touch", "1"}, {"Decode", "1"}, {"Has Frame", "1"}, {"Output To Host", "1"},
+                           {"Reserved 1", "9"}, {"Reserved 2", "1"}, {"X1", "16"}, {"Y1", "48"}, {"X2", "32"},
+                           {"Y2", "64"}, {"Foreground", "#44112233"}, {"Background", "#88556677"}};
+    Fields touch_and_frame = common;  // the text region's flags
+    touch_and_frame[1].second = touch_and_frame[3].second = "0";
+    const std::string expected =
+        "velatrix_device_region_info structure:\n" +
+        printed_region(4, "Container", common, {{"Ink Enable", "1"}, {"Ink Width", "2"}}) +
+        printed_region(4, "Button", common,
+                       {{"Clear on Select", "1"}, {"Enable", "1"}, {"Highlight on Select", "1"},
+                        {"Confirm on Select", "1"}, {"Use Resource", "0"}, {"Caption", "Sign here"},
+                        {"Resource Number Normal", "0"}, {"Resource Number Selected", "0"}}) +
+        printed_region(4, "Button", common,
+                       {{"Clear on Select", "0"}, {"Enable", "1"}, {"Highlight on Select", "0"},
+                        {"Confirm on Select", "0"}, {"Use Resource", "1"}, {"Caption", ""},
+                        {"Resource Number Normal", "7"}, {"Resource Number Selected", "8"}}) +
+        printed_region(4, "Line", common, {{"Parent", "2"}, {"Width", "3"}}) +
+        printed_region(4, "Graphic", common,
+                       {{"Graphic Number", "5"}, {"Horizontal Justification", "3"}, {"Vertical Justification", "10"}}) +
+        printed_region(4, "Text", touch_and_frame,
+                       {{"Resource Number", "6"}, {"Font Number", "2"}, {"Horizontal Justification", "15"},
+                        {"Vertical Justification", "5"}});
+    EXPECT_EQ(capture_stdout([&] { velatrix_print_device_regions(regions, std::size(regions)); }), expected);
+    EXPECT_EQ(capture_stdout([] { velatrix_print_device_regions(nullptr, 0); }),
+              "velatrix_device_region_info structure:\n  NULL\n");
 }
 
 TEST_F(RegionDeviceTest, AnswerUnderAnotherIdIsAFailedRead) {
@@ -127,6 +120,9 @@ TEST_F(RegionDeviceTest, HostileCaptionLengthsStayInsideBothBuffers) {
     answer = contents(VELATRIX_REGION_BUTTON, {0}, Bytes(256, 'z'), 255 + 34);
     region = read(answer);
     EXPECT_EQ(Bytes(region.data.button.caption, region.data.button.caption + 100), Bytes(100, 'z'));
+    // A caption filling its whole field prints without running past it.
+    const std::string out = capture_stdout([&] { velatrix_print_device_regions(&region, 1); });
+    EXPECT_NE(out.find("Caption: " + std::string(100, 'z') + "\n"), std::string::npos);
     fake.clear_transfers();
     ASSERT_EQ(velatrix_set_region_contents(device, &region), 1);
     const Bytes sent = fake.sets(0x98)[0];

@@ -22,12 +22,6 @@ Bytes line_block(uint8_t number, uint8_t x1) {
     return block;
 }
 
-Bytes table(uint8_t id, const std::vector<Bytes>& blocks) {
-    Bytes result = {id};
-    for (const Bytes& block : blocks) result.insert(result.end(), block.begin(), block.end());
-    return result;
-}
-
 class RegionRestoreTest : public PadTest {
 protected:
     void SetUp() override { use_pad(3, kCaption); }
@@ -37,9 +31,7 @@ protected:
 // keeps its run mode); a failed commit falls back to rewriting the table
 // regions that differ, but never region 1; so does a pad without status.
 TEST_F(RegionRestoreTest, ByCommitOrByRewritingTheTable) {
-    Bytes region_3 = {0x70};
-    const Bytes block = line_block(3, 30);
-    region_3.insert(region_3.end(), block.begin(), block.end());
+    const Bytes region_3 = table_report(0x70, {line_block(3, 30)});
     const struct {
         const char* name;
         std::function<void(FakeDriver&)> arrange;
@@ -66,8 +58,8 @@ TEST_F(RegionRestoreTest, ByCommitOrByRewritingTheTable) {
         velatrix_device* pad = other.make_device();
         pad->display_info = device->display_info;
         // Region 1 and 3 differ from their defaults, region 2 does not.
-        other.answer(0x6F, table(0x6F, {line_block(1, 10), line_block(2, 20), line_block(3, 30)}));
-        other.answer(0x6E, table(0x6E, {line_block(1, 11), line_block(2, 20), line_block(3, 33)}));
+        other.answer(0x6F, table_report(0x6F, {line_block(1, 10), line_block(2, 20), line_block(3, 30)}));
+        other.answer(0x6E, table_report(0x6E, {line_block(1, 11), line_block(2, 20), line_block(3, 33)}));
         c.arrange(other);
         EXPECT_EQ(velatrix_restore_default_regions(pad), c.result);
         EXPECT_EQ(other.sequence(c.with_polls), c.sequence);

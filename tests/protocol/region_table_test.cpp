@@ -26,12 +26,6 @@ const Bytes kContainer = block("01 00 15 7e 78563412 0a00 2c01 1400 9001 1122334
 const Bytes kButton = block("02 01 08 00 00000000 0100 0200 0300 0400 ff0000ff 0000ff80 01 05 0201 4f4b");
 const Bytes kLine = block("03 02 1f 00 00000000 0500 0600 0700 0800 01020304 05060708 01 04 ffff");
 
-Bytes table_report(uint8_t id, std::initializer_list<Bytes> blocks) {
-    Bytes result = {id};
-    for (const Bytes& b : blocks) result.insert(result.end(), b.begin(), b.end());
-    return result;
-}
-
 class RegionTableTest : public PadTest {
 protected:
     void SetUp() override { use_pad(3, kCaption); }
@@ -41,52 +35,58 @@ protected:
     }
 };
 
-TEST_F(RegionTableTest, ReadsEveryRegionOfTheTable) {
-    velatrix_device_region_info* regions = read_table({kContainer, kButton, kLine});
+// The print-out shows every field the read unpacked but the number and the
+// reserved words of the types, checked on their own.
+TEST_F(RegionTableTest, ReadsAndPrintsEveryRegionOfTheTable) {
+    use_pad(4, kCaption);
+    Bytes unknown = kButton;
+    unknown[0] = 4;
+    unknown[1] = 9;
+    velatrix_device_region_info* regions = read_table({kContainer, kButton, kLine, unknown});
     ASSERT_NE(regions, nullptr);
     EXPECT_EQ(fake.sequence(), "G13 G110");
-    EXPECT_EQ(fake.transfers().back().length, 3u * 39 + 1);
+    EXPECT_EQ(fake.transfers().back().length, 4u * 39 + 1);
+    EXPECT_EQ(std::tuple(regions[0].number, regions[3].number, regions[0].data.container.reserved1,
+                         regions[0].data.container.reserved2, regions[1].data.button.reserved,
+                         regions[2].data.line.reserved),
+              std::tuple(1, 4, 0x5A, 0xBEEF, 0x0102, 0xFFFF));
+    // An unknown type keeps only the common part.
+    const velatrix_device_region_info zero{};
+    EXPECT_EQ(std::memcmp(&regions[3].data, &zero.data, sizeof zero.data), 0);
 
-    const velatrix_device_region_info& c = regions[0];
-    EXPECT_EQ(std::tuple(c.number, c.type, c.accept_touch, c.decode, c.visible, c.in_use, c.has_frame, c.reserved1,
-                         c.reserved2, c.x1, c.x2, c.y1, c.y2, c.foreground, c.background),
-              std::tuple(1, VELATRIX_REGION_CONTAINER, 1, 0, 1, 0, 1, 0x7E, 0x12345678u, 10, 300, 20, 400,
-                         0x11223344u, 0xAABBCCDDu));
-    const auto& container = c.data.container;
-    EXPECT_EQ(std::tuple(container.ink_enable, container.ink_width, container.reserved1, container.reserved2),
-              std::tuple(1, 3, 0x5A, 0xBEEF));
-
-    const velatrix_device_region_info& b = regions[1];
-    const auto& button = b.data.button;
-    EXPECT_EQ(std::tuple(b.type, b.in_use, b.foreground, b.background, button.parent, button.enable,
-                         button.highlight_on_select, button.clear_on_select, button.reserved,
-                         std::string(button.caption)),
-              std::tuple(VELATRIX_REGION_BUTTON, 1, 0xFF0000FFu, 0x0000FF80u, 1, 1, 0, 1, 0x0102, std::string("OK")));
-
-    const velatrix_device_region_info& l = regions[2];
-    EXPECT_EQ(std::tuple(l.type, l.data.line.parent, l.data.line.width, l.data.line.reserved),
-              std::tuple(VELATRIX_REGION_LINE, 1, 4, 0xFFFF));
+    const Fields button_common = {{"Accepts Touch", "0"}, {"Decode", "0"}, {"Visible", "0"}, {"In Use", "1"},
+                                  {"Has Frame", "0"}, {"Reserved 1", "0"}, {"Reserved 2", "0"}, {"X1", "1"},
+                                  {"Y1", "3"}, {"X2", "2"}, {"Y2", "4"}, {"Foreground", "#ffff0000"},
+                                  {"Background", "#800000ff"}};
+    const std::string expected =
+        "velatrix_device_region_info structure:\n" +
+        printed_region(1, "Container",
+                       {{"Accepts Touch", "1"}, {"Decode", "0"}, {"Visible", "1"}, {"In Use", "0"}, {"Has Frame", "1"},
+                        {"Reserved 1", "126"}, {"Reserved 2", "305419896"}, {"X1", "10"}, {"Y1", "20"}, {"X2", "300"},
+                        {"Y2", "400"}, {"Foreground", "#44112233"}, {"Background", "#ddaabbcc"}},
+                       {{"Ink Enable", "1"}, {"Ink Width", "3"}}) +
+        printed_region(2, "Button", button_common,
+                       {{"Parent", "1"}, {"Clear on Select", "1"}, {"Enable", "1"}, {"Highlight on Select", "0"},
+                        {"Caption", "OK"}}) +
+        printed_region(3, "Line",
+                       {{"Accepts Touch", "1"}, {"Decode", "1"}, {"Visible", "1"}, {"In Use", "1"}, {"Has Frame", "1"},
+                        {"Reserved 1", "0"}, {"Reserved 2", "0"}, {"X1", "5"}, {"Y1", "7"}, {"X2", "6"}, {"Y2", "8"},
+                        {"Foreground", "#04010203"}, {"Background", "#08050607"}},
+                       {{"Parent", "1"}, {"Width", "4"}}) +
+        printed_region(4, "", button_common);
+    EXPECT_EQ(capture_stdout([&] { velatrix_print_regions(regions, 4); }), expected);
+    EXPECT_EQ(capture_stdout([] { velatrix_print_regions(nullptr, 3); }),
+              "velatrix_device_region_info structure:\n  NULL\n");
     velatrix_free_regions(regions);
 
     // The defaults come from their own report.
     fake.clear_transfers();
-    fake.answer(0x6F, table_report(0x6F, {kLine, kLine, kLine}));
+    fake.answer(0x6F, table_report(0x6F, {kLine, kLine, kLine, kLine}));
     velatrix_device_region_info* defaults = velatrix_get_default_regions(device);
     ASSERT_NE(defaults, nullptr);
     EXPECT_EQ(fake.sequence(), "G13 G111");
-    EXPECT_EQ(defaults[2].data.line.width, 4);
+    EXPECT_EQ(defaults[3].data.line.width, 4);
     velatrix_free_regions(defaults);
-}
-
-TEST_F(RegionTableTest, UnknownTypeKeepsOnlyTheCommonPart) {
-    Bytes unknown = kButton;
-    unknown[1] = 9;
-    velatrix_device_region_info* regions = read_table({unknown, unknown, unknown});
-    ASSERT_NE(regions, nullptr);
-    EXPECT_EQ(std::tuple(regions[0].type, regions[0].x2), std::tuple(9u, 2));
-    const velatrix_device_region_info zero{};
-    EXPECT_EQ(std::memcmp(&regions[0].data, &zero.data, sizeof zero.data), 0);
-    velatrix_free_regions(regions);
 }
 
 TEST_F(RegionTableTest, EmptyTableBusyPadAndFailedRead) {
@@ -198,15 +198,8 @@ TEST_F(RegionTableTest, RefusesRegionNumbersOutsideTheTable) {
 }
 
 TEST_F(RegionTableTest, UpdateDeleteAndCommitReports) {
-    velatrix_region_update update{};
-    update.leading = 0xEE;
-    update.number = 3;
-    update.enable = 1;
-    update.visible = 1;
-    update.reserved = 0x42;
-    update.foreground = 0x11223344;
-    update.ignored[0] = update.ignored[1] = update.ignored[2] = 0xEE;
-    update.reserved2 = 0xA1B2C3D4;
+    // Leading, number, enable, visible, reserved, foreground, ignored, reserved2.
+    velatrix_region_update update{0xEE, 3, 1, 1, 0x42, 0x11223344, {0xEE, 0xEE, 0xEE}, 0xA1B2C3D4};
     ASSERT_EQ(velatrix_update_region(device, &update), 1);
     update.visible = 0;
     ASSERT_EQ(velatrix_update_region(device, &update), 1);

@@ -43,15 +43,9 @@ TEST_F(ResourceTest, ReadsAChunk) {
 }
 
 TEST_F(ResourceTest, WritesAChunk) {
-    auto record = std::make_unique<velatrix_hid_feature_resource>();
-    record->report_id = 0x8E;
-    record->resource_number = 9;
-    record->resource_type = VELATRIX_RESOURCE_TEXT;
-    record->reserved1[1] = 0x77;
-    record->resource_size = 0x1234;
-    record->reserved3[5] = 0x66;
-    record->chunk_length = 3;
-    std::memcpy(record->data, "hi", 3);
+    // Report id, number, type, reserved, size, reserved, reserved, chunk length, data.
+    auto record = std::make_unique<velatrix_hid_feature_resource>(velatrix_hid_feature_resource{
+        0x8E, 9, VELATRIX_RESOURCE_TEXT, {0, 0x77}, 0x1234, 0, {0, 0, 0, 0, 0, 0x66}, 3, {'h', 'i', 0}});
     record->data[1023] = 0x55;
     fake.busy_for(2, 8);  // resource writes wait on bits 2 and 3
     ASSERT_EQ(velatrix_set_resource(device, record.get()), 1);

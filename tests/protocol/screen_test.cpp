@@ -48,13 +48,10 @@ TEST_F(ScreenTest, HostileRegionCountTakesOnlyWhatTheReportCarries) {
 }
 
 TEST_F(ScreenTest, WritesOnlyTheFirstThirtyEntries) {
-    velatrix_hid_feature_screen screen{};
-    screen.report_id = 0;  // the report id sent is the screen report's whatever the record says
-    screen.screen_number = 3;
-    screen.reset_timeout_on_activity = 1;
-    for (uint8_t i = 0; i < 14; ++i) screen.reserved[i] = static_cast<uint8_t>(i + 1);
-    screen.timeout = 30;
-    screen.timeout_next_screen = 2;
+    // Screen 3 resetting its timeout of 30 on activity, then screen 2, and no
+    // regions yet; the report id sent is the screen report's whatever the
+    // record says.
+    velatrix_hid_feature_screen screen{0, 3, 1, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14}, 30, 2, 0, {}, {}};
     Bytes expected = hex("a2 03 10 0102030405060708090a0b0c0d0e 1e 02 28");
     Bytes next;
     for (uint8_t i = 0; i < 40; ++i) {
@@ -92,16 +89,9 @@ TEST_F(ScreenTest, AddingRegionsToTheRecord) {
 }
 
 TEST_F(ScreenTest, EditIndexActiveAndDeleteReports) {
-    velatrix_hid_feature_screen_modify modify{};
-    modify.report_id = 0xA4;
-    for (uint8_t i = 0; i < 6; ++i) modify.reserved[i] = static_cast<uint8_t>(i + 1);
-    modify.add_region = 1;
-    modify.set_timeout = 1;
-    modify.screen_index = 2;
-    modify.region_index = 3;
-    modify.region_screen_next = 4;
-    modify.timeout_value = 5;
-    modify.timeout_screen_next = 6;
+    // Report id, reserved, add, remove, set timeout, screen, region, the
+    // region's next screen, timeout and the timeout's next screen.
+    velatrix_hid_feature_screen_modify modify{0xA4, {1, 2, 3, 4, 5, 6}, 1, 0, 1, 2, 3, 4, 5, 6};
     ASSERT_EQ(velatrix_set_edit_screen(device, &modify), 1);
     modify.add_region = 0;
     modify.remove_region = 1;

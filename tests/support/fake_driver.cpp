@@ -18,6 +18,18 @@ char* duplicate(const std::string& text) {
     std::memcpy(copy, text.c_str(), text.size() + 1);
     return copy;
 }
+
+// The region table is one plain allocation; the fake sits below the
+// protocol layer, so it frees it directly.
+void free_record(velatrix_device* device) {
+    std::free(device->path);
+    std::free(device->model);
+    std::free(device->manufacturer);
+    std::free(device->uuid);
+    std::free(device->regions);
+    velatrix_list_free(device->input_callbacks);
+    std::free(device);
+}
 }  // namespace
 
 struct FakeDriverOps {
@@ -67,15 +79,7 @@ struct FakeDriverOps {
     static void shutdown() {}
     static int free_device(velatrix_device* device) {
         ++active->free_calls_;
-        std::free(device->path);
-        std::free(device->model);
-        std::free(device->manufacturer);
-        std::free(device->uuid);
-        // The region table is one plain allocation; the fake sits below the
-        // protocol layer, so it frees it directly.
-        std::free(device->regions);
-        velatrix_list_free(device->input_callbacks);
-        std::free(device);
+        free_record(device);
         return 1;
     }
 };
@@ -101,11 +105,7 @@ FakeDriver::FakeDriver() {
 FakeDriver::~FakeDriver() {
     for (velatrix_device* device : owned_) {
         velatrix_list_remove_ptr(velatrix_get_open_devices(), device);
-        std::free(device->path);
-        std::free(device->uuid);
-        std::free(device->regions);
-        velatrix_list_free(device->input_callbacks);
-        std::free(device);
+        free_record(device);
     }
     if (active == this) active = nullptr;
 }
