@@ -125,7 +125,7 @@ class HostileArguments : public E2e, public ::testing::WithParamInterface<Hostil
 
 TEST_P(HostileArguments, FailAsDocumentedWithoutTraffic) {
     const HostileCall& hostile = GetParam();
-    const velatrix_virtual_pad pad = plug(model_names(has_screens).front().c_str());
+    const velatrix_virtual_pad pad = plug(first_model_with(kScreensResources).c_str());
     velatrix_device* device = open(pad);
     ASSERT_NE(device, nullptr);
     const uint32_t transfers = velatrix_virtual_transfer_count(pad);
@@ -158,7 +158,7 @@ int count_later(velatrix_device*, const velatrix_input_report*, int, const uint8
 }
 
 TEST_F(E2e, AnInputCallbackClosingItsOwnDeviceEndsTheRead) {
-    const velatrix_virtual_pad pad = plug(model_names().front().c_str());
+    const velatrix_virtual_pad pad = plug(first_model_with().c_str());
     velatrix_device* device = open(pad);
     ASSERT_NE(device, nullptr);
     velatrix_register_input_callback(device, close_from_callback);

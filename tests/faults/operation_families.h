@@ -288,8 +288,7 @@ protected:
     // the family is the open itself; its transfers go through the recorder.
     velatrix_device* fresh(velatrix_virtual_pad& pad) {
         const Family& family = GetParam();
-        const std::vector<std::string> models = model_names(family.needs_screens ? has_screens : nullptr);
-        pad = plug(models.front().c_str());
+        pad = plug(first_model_with(family.needs_screens ? kScreensResources : kAnyPad).c_str());
         // One status read per interlock wait: the pad is never busy.
         EXPECT_EQ(velatrix_virtual_set_busy_polls(pad, 0), 1);
         velatrix_device* device = find(pad);

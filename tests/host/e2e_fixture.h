@@ -31,18 +31,6 @@ namespace velatrix::e2e {
 using Bytes = std::vector<uint8_t>;
 using virtual_pad::PadModel;
 
-// Names of the built-in virtual models, optionally only those with a
-// capability the test needs.
-inline std::vector<std::string> model_names(const std::function<bool(const PadModel&)>& wanted = nullptr) {
-    std::vector<std::string> names;
-    for (const PadModel* model : virtual_pad::all_models()) {
-        if (!wanted || wanted(*model)) names.push_back(model->name);
-    }
-    return names;
-}
-
-inline bool has_screens(const PadModel& model) { return model.capabilities.supports_screens_resources; }
-
 // What a test may ask of a pad; a test runs on every model that has all it asks.
 enum Capability : unsigned {
     kAnyPad = 0,
@@ -65,7 +53,7 @@ inline std::vector<const PadModel*> models_with(unsigned needs) {
 }
 
 // The name of the first model with the capabilities, for tests that need one pad.
-inline std::string first_model_with(unsigned needs) { return models_with(needs).at(0)->name; }
+inline std::string first_model_with(unsigned needs = kAnyPad) { return models_with(needs).at(0)->name; }
 
 // gtest parameter names may not hold '-'.
 inline std::string param_name(const ::testing::TestParamInfo<std::string>& info) {

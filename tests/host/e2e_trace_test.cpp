@@ -54,7 +54,7 @@ uint32_t le32(const Bytes& bytes, std::size_t at) {
 void TraceFile::expect_one_header_then_whole_records(bool caller_writes_header) {
     EXPECT_FALSE(std::filesystem::exists(trace_path())) << "start-up wrote the trace";
     if (caller_writes_header) velatrix_debug_write_trace_header();
-    velatrix_device* device = open(plug(model_names().front().c_str()));
+    velatrix_device* device = open(plug(first_model_with().c_str()));
     ASSERT_NE(device, nullptr);
     EXPECT_EQ(velatrix_close_device(device), 1);
 

@@ -86,7 +86,7 @@ class InterruptedRead : public E2e, public ::testing::WithParamInterface<Interru
 
 TEST_P(InterruptedRead, EndsWithItsErrorWithinItsWaitAndNoCallbackAfterTheClose) {
     const Interruption& how = GetParam();
-    const std::string model = model_names().front();
+    const std::string model = first_model_with();
     // Interruptions at different points of the one-second wait.
     for (const auto delay : {150ms, 420ms, 730ms}) {
         SCOPED_TRACE("interrupted after " + std::to_string(delay.count()) + " ms");
@@ -148,7 +148,7 @@ INSTANTIATE_TEST_SUITE_P(
 // A removal told while the same pad is opened and closed again and again:
 // the walk of the open devices must never meet a node a close is freeing.
 TEST_F(E2e, UnplugNoticeRacingOpenAndCloseOfThePad) {
-    const velatrix_virtual_pad pad = plug(model_names().front().c_str());
+    const velatrix_virtual_pad pad = plug(first_model_with().c_str());
     velatrix_device* device = open(pad);
     ASSERT_NE(device, nullptr);
     const std::string path = device->path;
@@ -205,7 +205,7 @@ void wait_for(uint32_t event, const std::string& path) {
 }
 
 TEST_F(E2e, AThousandHotplugCyclesBesideAPadBeingReadKeepMemoryBounded) {
-    const std::string model = model_names().front();
+    const std::string model = first_model_with();
     // Plugs and unplugs `cycles` pads, letting the hot-plug thread in now
     // and then so that it lists while pads come and go.
     auto storm = [&](int cycles) {
