@@ -20,6 +20,7 @@
 #include <vector>
 
 #include "host/real_device.h"
+#include "support/pads_by_capability.h"
 #include "velatrix-quillmark.h"
 #include "velatrix-virtual.h"
 #include "virtual/pad_model.h"
@@ -30,39 +31,7 @@ namespace velatrix::e2e {
 
 using Bytes = std::vector<uint8_t>;
 using virtual_pad::PadModel;
-
-// What a test may ask of a pad; a test runs on every model that has all it asks.
-enum Capability : unsigned {
-    kAnyPad = 0,
-    kScreensResources = 1u << 0,
-    kCardReader = 1u << 1,
-    kColour = 1u << 2,
-};
-
-inline unsigned capabilities(const PadModel& model) {
-    return (model.capabilities.supports_screens_resources ? kScreensResources : 0u) |
-           (model.has_card_reader() ? kCardReader : 0u) | (model.display.color_depth > 1 ? kColour : 0u);
-}
-
-inline std::vector<const PadModel*> models_with(unsigned needs) {
-    std::vector<const PadModel*> models;
-    for (const PadModel* model : virtual_pad::all_models()) {
-        if ((capabilities(*model) & needs) == needs) models.push_back(model);
-    }
-    return models;
-}
-
-// The name of the first model with the capabilities, for tests that need one pad.
-inline std::string first_model_with(unsigned needs = kAnyPad) { return models_with(needs).at(0)->name; }
-
-// gtest parameter names may not hold '-'.
-inline std::string param_name(const ::testing::TestParamInfo<std::string>& info) {
-    std::string name = info.param;
-    for (char& c : name) {
-        if (c == '-') c = '_';
-    }
-    return name;
-}
+using namespace test_pads;
 
 // The path the driver must give a pad (empty for one that is not plugged
 // in): transport, vendor, product, usage page, usage and location.

@@ -379,8 +379,7 @@ TEST_P(E2eRoundTrip, WhatIsSetIsReadBack) {
 
 INSTANTIATE_TEST_SUITE_P(Reports, E2eRoundTrip, ::testing::ValuesIn(every_report_on_every_model_that_has_it()),
                          [](const ::testing::TestParamInfo<Case>& info) {
-                             return std::string(info.param.trip->name) + "_" +
-                                    param_name({info.param.model->name, info.index});
+                             return std::string(info.param.trip->name) + "_" + test_name(*info.param.model);
                          });
 
 }  // namespace

@@ -9,8 +9,6 @@
 namespace velatrix::virtual_pad::testing {
 namespace {
 
-bool has_screens(const PadModel& model) { return model.capabilities.supports_screens_resources; }
-
 class VirtualScreens : public ::testing::TestWithParam<const PadModel*> {
 protected:
     Firmware pad{*GetParam(), 1};
@@ -32,7 +30,7 @@ protected:
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(Models, VirtualScreens, ::testing::ValuesIn(models_where(has_screens)), model_name);
+INSTANTIATE_TEST_SUITE_P(Models, VirtualScreens, ::testing::ValuesIn(models_with(kScreensResources)), model_name);
 
 TEST_P(VirtualScreens, EditScreenAddsRemovesAndSetsTheTimeout) {
     ASSERT_TRUE(edit(0x01, 1, 3, 9)) << "existing region: only its next screen changes";
@@ -159,7 +157,8 @@ TEST_P(VirtualScreens, TextsAbsentResourcesDeletesAndFullStorage) {
 }
 
 TEST(VirtualScreensAbsent, PadsWithoutScreensRefuseTheirReports) {
-    for (const PadModel* model : models_where([](const PadModel& m) { return !has_screens(m); })) {
+    for (const PadModel* model : all_models()) {
+        if (capabilities(*model) & kScreensResources) continue;
         Firmware pad(*model, 1);
         for (uint8_t id : {140, 141, 142, 143, 144, 150, 152, 153, 160, 162, 163, 164, 170, 171, 172}) {
             EXPECT_EQ(pad.feature_length(id), 0u) << model->name << " " << int(id);

@@ -5,17 +5,18 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <functional>
 #include <initializer_list>
 #include <string>
 #include <vector>
 
 #include "virtual/firmware.h"
+#include "support/pads_by_capability.h"
 #include "virtual/pad_model.h"
 
 namespace velatrix::virtual_pad::testing {
 
 using Bytes = std::vector<uint8_t>;
+using namespace test_pads;
 
 // A get-feature of `id` with a zeroed buffer of `length`; the answer, or an
 // empty vector when the pad refused.
@@ -53,22 +54,5 @@ inline void put_be16(Bytes& bytes, std::size_t at, uint16_t value) {
 
 // Busy byte of one status read (which counts as one poll).
 inline uint8_t poll_busy(Firmware& pad) { return get(pad, 13, 73).at(3); }
-
-// Models that have a capability, for tests that run on every such model.
-inline std::vector<const PadModel*> models_where(const std::function<bool(const PadModel&)>& has) {
-    std::vector<const PadModel*> chosen;
-    for (const PadModel* model : all_models()) {
-        if (has(*model)) chosen.push_back(model);
-    }
-    return chosen;
-}
-
-inline std::string model_name(const ::testing::TestParamInfo<const PadModel*>& info) {
-    std::string name = info.param->name;
-    for (char& c : name) {
-        if (c == '-') c = '_';
-    }
-    return name;
-}
 
 }  // namespace velatrix::virtual_pad::testing
