@@ -22,25 +22,20 @@ TEST_F(DeviceStatus, UnpacksFlagsWordsAndErrorText) {
 
     velatrix_hid_feature_device_status status;
     std::memset(&status, 0x77, sizeof status);
-    velatrix_hid_feature_device_status* returned = velatrix_get_device_status(&status, device);
-    EXPECT_EQ(returned, &status);
+    EXPECT_EQ(velatrix_get_device_status(&status, device), &status);
     EXPECT_EQ(fake.transfers().at(0).length, 73u);
     // The print-out below shows the other fields.
-    const uint8_t interlocks[] = {status.interlock_0, status.interlock_1, status.interlock_2,
-                                  status.interlock_3, status.interlock_4, status.interlock_5};
-    EXPECT_EQ(Bytes(interlocks, interlocks + 6), (Bytes{1, 0, 1, 0, 0, 1}));
-    EXPECT_EQ(status.reserved3, 0x5678);
+    EXPECT_EQ(std::tuple(status.interlock_0, status.interlock_1, status.interlock_2, status.interlock_3,
+                         status.interlock_4, status.interlock_5, status.reserved3),
+              std::tuple(1, 0, 1, 0, 0, 1, 0x5678));
 
     EXPECT_EQ(capture_stdout([&] { velatrix_print_device_status(&status); }),
               printed("velatrix_hid_feature_device_status:",
                       {{"report_id", "13"}, {"is_initializing", "1"}, {"is_idle", "1"}, {"calibration_required", "1"},
                        {"is_calibrating", "1"}, {"reserved1", "0xab"}, {"reserved2", "0x1234"},
                        {"errorInfo", "\"E42: flash full\""}}));
-}
 
-TEST_F(DeviceStatus, UnterminatedErrorTextPrintsSixtyFourCharacters) {
-    velatrix_hid_feature_device_status status{};
-    status.report_id = 13;
+    // An unterminated error text prints its sixty-four characters.
     std::memset(status.errorInfo, 'x', sizeof status.errorInfo);
     const std::string out = capture_stdout([&] { velatrix_print_device_status(&status); });
     EXPECT_NE(out.find("errorInfo = \"" + std::string(64, 'x') + "\"\n"), std::string::npos);
@@ -89,7 +84,6 @@ TEST_F(SerialNumber, WriteCommitsThenWritesWhileIdle) {
     EXPECT_TRUE(fake.sets().empty());
     EXPECT_EQ(fake.gets_of(13), 100);
 
-    const Bytes idle = wire(13, 73, {{1, {0x10}}});
     const struct {
         const char* name;
         std::function<void(FakeDriver&)> arrange;
@@ -100,7 +94,7 @@ TEST_F(SerialNumber, WriteCommitsThenWritesWhileIdle) {
     } kCases[] = {
         {"running pad, text cut to 31", [](FakeDriver&) {}, "0123456789012345678901234567890123456789", 1,
          "S172 S10 S27 S10", {{172, 0}, {10, 0}, serial_write("0123456789012345678901234567890"), {10, 2}}},
-        {"idle pad", [&](FakeDriver& f) { f.answer(13, idle); }, "SN-1", 1, "S172 S10 S27 S10",
+        {"idle pad", [](FakeDriver& f) { f.answer(13, status(0, 0x10)); }, "SN-1", 1, "S172 S10 S27 S10",
          {{172, 0}, {10, 0}, serial_write("SN-1"), {10, 0}}},
         {"no screens", [](FakeDriver& f) { f.fail_report(172, "no screens"); }, "AB", 1, "S172 S115 S10 S27 S10",
          {{172, 0}, {115, 0}, {10, 0}, serial_write("AB"), {10, 2}}},

@@ -1,17 +1,15 @@
 #include <gtest/gtest.h>
 
 #include "input_test_util.h"
-#include "support/fake_driver.h"
+#include "support/fake_pad.h"
 #include "velatrix/error.h"
 
 namespace velatrix::testing {
 namespace {
 
 // Regions: 1 container, 2 button, 3 line, 4 button.
-class ButtonTracking : public ::testing::Test {
+class ButtonTracking : public FakePad {
 protected:
-    FakeDriver fake;
-    velatrix_device* device = fake.make_device();
     RegionTable table{
         device, {VELATRIX_REGION_CONTAINER, VELATRIX_REGION_BUTTON, VELATRIX_REGION_LINE, VELATRIX_REGION_BUTTON}};
 
@@ -86,11 +84,11 @@ TEST_F(ButtonTracking, RejectedReportLeavesTheStateAlone) {
     EXPECT_EQ(device->button_region, 2);
 }
 
-TEST(ButtonTrackingTable, HeldButtonWhoseTableIsGoneGivesAnUpWithoutRegion) {
+using ButtonTrackingTable = FakePad;
+
+TEST_F(ButtonTrackingTable, HeldButtonWhoseTableIsGoneGivesAnUpWithoutRegion) {
     // The state survives a close; if the table read at the next open no
     // longer holds the pressed region, the up has no region to point at.
-    FakeDriver fake;
-    velatrix_device* device = fake.make_device();
     device->button_active = 1;
     device->button_region = 7;
     RegionTable table(device, {VELATRIX_REGION_BUTTON});

@@ -168,20 +168,14 @@ TEST_F(InputReportParse, DebugCoordinate) {
     ASSERT_NE(record, nullptr);
     EXPECT_EQ(record->type, VELATRIX_INPUT_DEBUG_COORDINATE);
     const velatrix_input_debug_coordinate& d = record->data.debug_coordinate;
-    EXPECT_EQ(d.tip_switch, 1);
-    EXPECT_EQ(d.in_range, 16);
-    const uint16_t values[] = {d.value1, d.value2, d.value3, d.value4, d.value5,
-                               d.value6, d.value7, d.value8, d.value9};
-    for (int i = 0; i < 9; ++i) {
-        const int low = 3 + 2 * i;
-        EXPECT_EQ(values[i], low | ((low + 1) << 8)) << "value" << i + 1;
-    }
-    EXPECT_EQ(d.last, 0x9C);
+    EXPECT_EQ(std::tuple(d.tip_switch, d.in_range, d.value1, d.value2, d.value3, d.value4, d.value5, d.value6,
+                         d.value7, d.value8, d.value9, d.last),
+              std::tuple(1, 16, 0x0403, 0x0605, 0x0807, 0x0A09, 0x0C0B, 0x0E0D, 0x100F, 0x1211, 0x1413, 0x9C));
 
     bytes[2] = 0x10;
     record = parse(device, bytes);
-    EXPECT_EQ(record->data.debug_coordinate.tip_switch, 0);
-    EXPECT_EQ(record->data.debug_coordinate.in_range, 16);
+    EXPECT_EQ(std::tuple(record->data.debug_coordinate.tip_switch, record->data.debug_coordinate.in_range),
+              std::tuple(0, 16));
 }
 
 }  // namespace

@@ -31,10 +31,10 @@ inline Bytes table_report(uint8_t id, std::initializer_list<Bytes> blocks) {
 
 class PadTest : public FakePad {
 protected:
-    void SetUp() override { velatrix_set_legacy_firmware(nullptr, 0); }
     void TearDown() override {
         velatrix_free_regions(device->regions);
         device->regions = nullptr;
+        velatrix_set_legacy_firmware(nullptr, 0);
     }
     void use_pad(uint8_t region_count, uint8_t max_caption_length) {
         device->display_info.report_id = 100;
@@ -61,18 +61,12 @@ protected:
 #define EXPECT_FAILED_READ(id, family)                                                              \
     expect_failed_read(id, #family, [&] { return velatrix_get_##family(device); }, velatrix_print_##family)
 
-// The print-out of what a getter read from `answer`; the _ref form, where
-// there is one, must read the same.
-template <class Get, class Print>
-inline std::string read_and_print(FakeDriver& fake, const Bytes& answer, Get get, Print print) {
-    fake.answer(answer.at(0), answer);
-    const auto record = get();
-    return capture_stdout([&] { print(&record); });
-}
-#define READ_AND_PRINT(answer, family)                                                                        \
+// The print-out of what a getter read from `report`; the _ref form must read the same.
+#define READ_AND_PRINT(report, family)                                                                        \
     [&] {                                                                                                     \
-        const std::string out = read_and_print(fake, answer, [&] { return velatrix_get_##family(device); },  \
-                                               velatrix_print_##family);                                      \
+        fake.answer(report.at(0), report);                                                                    \
+        const auto record = velatrix_get_##family(device);                                                    \
+        const std::string out = capture_stdout([&] { velatrix_print_##family(&record); });                   \
         decltype(velatrix_get_##family(device)) copy;                                                         \
         std::memset(&copy, 0xAA, sizeof copy);                                                                \
         velatrix_get_##family##_ref(device, &copy);                                                           \

@@ -22,15 +22,10 @@ Bytes line_block(uint8_t number, uint8_t x1) {
     return block;
 }
 
-class RegionRestoreTest : public PadTest {
-protected:
-    void SetUp() override { use_pad(3, kCaption); }
-};
-
 // Pads with screens restore on a commit between run modes (an idle pad
 // keeps its run mode); a failed commit falls back to rewriting the table
 // regions that differ, but never region 1; so does a pad without status.
-TEST_F(RegionRestoreTest, ByCommitOrByRewritingTheTable) {
+TEST(RegionRestore, ByCommitOrByRewritingTheTable) {
     const Bytes region_3 = table_report(0x70, {line_block(3, 30)});
     const struct {
         const char* name;
@@ -56,7 +51,8 @@ TEST_F(RegionRestoreTest, ByCommitOrByRewritingTheTable) {
         SCOPED_TRACE(c.name);
         FakeDriver other;
         velatrix_device* pad = other.make_device();
-        pad->display_info = device->display_info;
+        pad->display_info.region_count = 3;
+        pad->display_info.max_caption_length = kCaption;
         // Region 1 and 3 differ from their defaults, region 2 does not.
         other.answer(0x6F, table_report(0x6F, {line_block(1, 10), line_block(2, 20), line_block(3, 30)}));
         other.answer(0x6E, table_report(0x6E, {line_block(1, 11), line_block(2, 20), line_block(3, 33)}));

@@ -9,10 +9,7 @@ namespace {
 
 constexpr uint8_t kStatus = 13;
 
-class TransportTest : public PadTest {
-protected:
-    void TearDown() override { velatrix_set_legacy_firmware(nullptr, 0); }
-};
+using TransportTest = PadTest;
 
 TEST(FieldHelpers, LittleEndianWithSignExtension) {
     const Bytes bytes = hex("ffff 3412 0080 78563412 feffffff");

@@ -118,12 +118,6 @@ velatrix_device* FakeDriver::make_device(const std::string& path) {
     return device;
 }
 
-void FakeDriver::released(velatrix_device* device) {
-    std::erase(owned_, device);
-}
-
-void FakeDriver::answer(uint8_t report_id, Bytes bytes) { answer_sequence(report_id, {std::move(bytes)}); }
-
 void FakeDriver::answer_sequence(uint8_t report_id, std::vector<Bytes> answers) {
     answers_[report_id] = std::move(answers);
     answer_position_[report_id] = 0;
@@ -137,10 +131,6 @@ void FakeDriver::busy_for(int polls, uint8_t busy_bits) {
 void FakeDriver::fail_transfer(int nth, std::string message) {
     fail_countdown_ = nth;
     fail_message_ = std::move(message);
-}
-
-void FakeDriver::fail_report(uint8_t report_id, std::string message) {
-    failing_reports_[report_id] = std::move(message);
 }
 
 int FakeDriver::transfer(Direction direction, velatrix_device*, uint8_t* buffer, uint32_t length) {

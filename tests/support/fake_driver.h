@@ -49,13 +49,13 @@ public:
     // fake frees it at destruction unless released() was called for it.
     velatrix_device* make_device(const std::string& path = "fake_pad");
     // The record has been handed to code that frees it (free_device_list).
-    void released(velatrix_device* device);
+    void released(velatrix_device* device) { std::erase(owned_, device); }
 
     // Get-feature answers. The answer is copied over the caller's buffer
     // (at most its length); a scripted sequence answers one entry per get,
     // repeating the last. Without a script a get succeeds and leaves the
     // buffer as the caller made it (zeroed but for the report id).
-    void answer(uint8_t report_id, Bytes bytes);
+    void answer(uint8_t report_id, Bytes bytes) { answer_sequence(report_id, {std::move(bytes)}); }
     void answer_sequence(uint8_t report_id, std::vector<Bytes> answers);
     // Report 13 shows `busy_bits` in byte 3 for the next `polls` status reads,
     // then reads all clear.
@@ -64,7 +64,9 @@ public:
     // fails: returns 0 and sets the last error to `message`.
     void fail_transfer(int nth, std::string message = "fake transfer failed");
     // Every transfer of this report id fails.
-    void fail_report(uint8_t report_id, std::string message = "fake transfer failed");
+    void fail_report(uint8_t report_id, std::string message = "fake transfer failed") {
+        failing_reports_[report_id] = std::move(message);
+    }
 
     // Listing and opening.
     void add_pad(ScriptedPad pad) { pads_.push_back(std::move(pad)); }

@@ -36,8 +36,8 @@ LogCapture::~LogCapture() {
 void LogCapture::publish(velatrix_debug_handler* handler, const velatrix_debug_message* message) {
     auto* self = static_cast<LogCapture*>(handler->data);
     std::lock_guard lock(self->mutex_);
-    self->records_.push_back({message->level, message->function ? message->function : "",
-                              message->file ? message->file : "", message->text ? message->text : ""});
+    self->records_.push_back(
+        {message->level, message->function ? message->function : "", message->text ? message->text : ""});
 }
 
 std::vector<LoggedRecord> LogCapture::records() const {
@@ -58,8 +58,6 @@ std::vector<std::string> LogCapture::texts(int level) const {
     }
     return out;
 }
-
-bool LogCapture::contains(const std::string& text, int level) const { return count(text, level) > 0; }
 
 int LogCapture::count(const std::string& text, int level) const {
     int n = 0;

@@ -15,7 +15,6 @@ namespace velatrix::testing {
 struct LoggedRecord {
     uint32_t level;
     std::string function;
-    std::string file;
     std::string text;
 };
 
@@ -30,7 +29,7 @@ public:
     std::vector<LoggedRecord> records() const;
     // Texts of the records at exactly this level (all levels for -1), in order.
     std::vector<std::string> texts(int level = -1) const;
-    bool contains(const std::string& text, int level = -1) const;
+    bool contains(const std::string& text, int level = -1) const { return count(text, level) > 0; }
     int count(const std::string& text, int level = -1) const;
     void clear();
 
