@@ -133,6 +133,7 @@ TEST_F(LogEnvironment, TraceFollowsTheLogUnlessNamed) {
         {std::nullopt, "1", true},   {std::nullopt, "ON", true},  {std::nullopt, std::nullopt, false},
         {"nope", std::nullopt, false}, {"1", "yes", true},
     };
+    const uint8_t report[] = {1};
     set("VELATRIX_DEBUG_LOCATION", dir_.c_str());
     for (const Case& c : cases) {
         SCOPED_TRACE(std::string(c.debug.value_or("-")) + "/" + c.trace.value_or("-"));
@@ -141,6 +142,7 @@ TEST_F(LogEnvironment, TraceFollowsTheLogUnlessNamed) {
         velatrix_debug_init("quillmark");
         EXPECT_EQ(state::traceEnabled, c.on);
         velatrix_debug_write_trace_header();
+        velatrix_debug_write_trace(report, 1, 1);
         EXPECT_EQ(std::filesystem::exists(trace_path()), c.on);
         velatrix_debug_destroy();
         std::filesystem::remove(trace_path());

@@ -30,26 +30,22 @@ void traced_function() {
     VELATRIX_LOG(VELATRIX_LEVEL_INFO, "progress");
 }
 
-TEST_F(LogRecords, RecordIsAHeaderLineAndTheTextIndentedBelow) {
-    enable_log("SEVERE");
-    velatrix_debug_init("quillmark");
-    velatrix_debug_report_message("my_function", "src/velatrix-quillmark", 42, VELATRIX_LEVEL_SEVERE,
-                                  "value %d and %s", 7, "text");
-    const std::regex record(header_pattern("my_function", "SEVERE", "src/velatrix-quillmark:42") +
-                            "   value 7 and text\n");
-    EXPECT_TRUE(std::regex_match(read_file(log_path()), record)) << read_file(log_path());
-}
-
-TEST_F(LogRecords, AtWarningErrorsAreWrittenButFingerprintAndTracingAreNot) {
+// A record is a header line and the text indented below. At WARNING the
+// errors are written, but neither the fingerprint nor the tracing is.
+TEST_F(LogRecords, AtWarningRecordsAndErrorsAreWrittenButFingerprintAndTracingAreNot) {
     enable_log("WARNING");
     velatrix_debug_init("quillmark");
     traced_function();
     fail_with_error();
+    velatrix_debug_report_message("my_function", "src/velatrix-quillmark", 42, VELATRIX_LEVEL_SEVERE,
+                                  "value %d and %s", 7, "text");
 
     EXPECT_STREQ(velatrix_get_last_error(), "bad value 5");
-    const std::regex record(header_pattern("fail_with_error", "WARNING", "src/velatrix-quillmark:[0-9]+") +
-                            "   Error reported: bad value 5\n");
-    EXPECT_TRUE(std::regex_match(read_file(log_path()), record)) << read_file(log_path());
+    const std::regex records(header_pattern("fail_with_error", "WARNING", "src/velatrix-quillmark:[0-9]+") +
+                             "   Error reported: bad value 5\n" +
+                             header_pattern("my_function", "SEVERE", "src/velatrix-quillmark:42") +
+                             "   value 7 and text\n");
+    EXPECT_TRUE(std::regex_match(read_file(log_path()), records)) << read_file(log_path());
 }
 
 TEST_F(LogRecords, FunctionGuardLogsEnteringAndLeavingAtFinest) {

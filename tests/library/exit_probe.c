@@ -39,10 +39,8 @@ int main(int argc, char** argv) {
     fflush(stdout);
     velatrix_free_device_list(head);
     if (strcmp(mode, "destroy") == 0) {
-        int running;
         velatrix_destroy();
-        running = velatrix_real_driver.thread_running();
-        printf("thread running %d, wait %d\n", running, velatrix_real_driver.thread_wait());
+        printf("wait %d\n", velatrix_real_driver.thread_wait());
     } else if (strcmp(mode, "thread-exit") == 0) {
         velatrix_register_hotplug_callback(&on_hotplug);
         if (pthread_create(&thread, NULL, plug_and_exit, NULL) != 0) return 2;

@@ -69,6 +69,16 @@ namespace {
 
 std::atomic<int> delivered{0};
 
+// The heap allocations this thread makes during `call`.
+template <class Call>
+long allocations_in(Call&& call) {
+    allocations = 0;
+    counting = true;
+    call();
+    counting = false;
+    return allocations;
+}
+
 int on_input(velatrix_device*, const velatrix_input_report* record, int type, const uint8_t*, uint32_t) {
     if (type == VELATRIX_INPUT_COORDINATE && record->data.coordinate.x == 0x0201) delivered.fetch_add(1);
     return 0;
@@ -88,29 +98,19 @@ TEST_F(ReadAllocations, NonePerReportFromTheAccessLayerToTheCallbacks) {
         SCOPED_TRACE(burst);
         delivered = 0;
         for (int i = 0; i < burst; ++i) velatrix_virtual_push_input(pad, report, sizeof report);
-        counting = true;
-        allocations = 0;
-        const int result = velatrix_real_device_read(device);
-        counting = false;
+        int result = 0;
+        EXPECT_EQ(allocations_in([&] { result = velatrix_real_device_read(device); }), 0);
         EXPECT_EQ(result, 1);
         EXPECT_EQ(delivered.load(), burst);
-        EXPECT_EQ(allocations, 0);
     }
     // The service drivers call for each report takes the same path.
     delivered = 0;
-    counting = true;
-    allocations = 0;
-    velatrix_get_driver_input_report(device, report, sizeof report);
-    counting = false;
+    EXPECT_EQ(allocations_in([&] { velatrix_get_driver_input_report(device, report, sizeof report); }), 0);
     EXPECT_EQ(delivered.load(), 1);
-    EXPECT_EQ(allocations, 0);
     // The public parser still hands its caller a record of its own.
-    counting = true;
-    allocations = 0;
-    velatrix_input_report* record = velatrix_parse_input_report(device, report, sizeof report);
-    counting = false;
+    velatrix_input_report* record = nullptr;
+    EXPECT_EQ(allocations_in([&] { record = velatrix_parse_input_report(device, report, sizeof report); }), 1);
     ASSERT_NE(record, nullptr);
-    EXPECT_EQ(allocations, 1);
     velatrix_free_input_report(record);
 }
 

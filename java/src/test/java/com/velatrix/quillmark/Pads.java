@@ -3,11 +3,8 @@ package com.velatrix.quillmark;
 import com.velatrix.quillmark.virtual.VirtualPad;
 import java.lang.reflect.Field;
 import java.util.ArrayList;
-import java.util.Arrays;
 import java.util.List;
-import java.util.Set;
 import java.util.function.Predicate;
-import java.util.stream.Collectors;
 
 /**
  * Virtual pads for the tests. Tests ask for a capability and get every virtual model that has
@@ -92,11 +89,6 @@ final class Pads {
     static final Predicate<Device> ANY = d -> true;
     static final Predicate<Device> CARD_READER = d -> d.getCapabilities().hasCardReader();
     static final Predicate<Device> SCREENS = d -> d.getCapabilities().isSupportsScreensResources();
-
-    /** The paths listed now. */
-    static Set<String> paths() {
-        return Arrays.stream(DeviceManager.getAttachedDevices()).map(Device::getPath).collect(Collectors.toSet());
-    }
 
     static long longField(Object object, String name) {
         try {

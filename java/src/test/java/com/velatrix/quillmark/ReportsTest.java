@@ -141,12 +141,11 @@ class ReportsTest {
                 Device device = open.device;
                 Display display = device.getDisplayInfo();
                 java.awt.image.BufferedImage frame = open.pad.readDisplay();
-                assertEquals(frame.getWidth(), display.getWidth(), open.toString());
-                assertEquals(frame.getHeight(), display.getHeight(), open.toString());
+                assertEquals(List.of(frame.getWidth(), frame.getHeight()), List.of(display.getWidth(), display.getHeight()),
+                        open.toString());
                 Capabilities capabilities = device.getCapabilities();
-                assertEquals(display.getWidth(), capabilities.getDisplayWidth());
-                assertEquals(display.getHeight(), capabilities.getDisplayHeight());
-                assertEquals(display.getColorDepth(), capabilities.getColorDepth());
+                assertEquals(List.of(display.getWidth(), display.getHeight(), display.getColorDepth()),
+                        List.of(capabilities.getDisplayWidth(), capabilities.getDisplayHeight(), capabilities.getColorDepth()));
                 for (Object report : new Object[] {device.getVersionInfo(), device.getCoordinateRange(),
                         device.getOperatingModes(), device.getDeviceStatus(), device.getCalibrationState()}) {
                     assertNotNull(report);
@@ -177,8 +176,6 @@ class ReportsTest {
             {(Executable) () -> closed.setFirmwarePage(null), "Firmware page can't be null."},
             {(Executable) () -> closed.writeDisplayChunk(null), "Display chunk can't be null."},
             {(Executable) () -> closed.drawText(null, 0, 0, Device.ALIGN_LEFT, false), "Text can't be null."},
-            {(Executable) () -> closed.getTextWidth(null), "Text can't be null."},
-            {(Executable) () -> closed.getTextHeight(null), "Text can't be null."},
             {(Executable) () -> closed.setRegion(null), "Region can't be null."},
             {(Executable) () -> closed.setDeviceRegion(null), "Region can't be null."},
             {(Executable) () -> closed.setResource(null), "Resource can't be null."},

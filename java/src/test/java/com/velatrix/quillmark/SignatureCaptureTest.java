@@ -25,15 +25,11 @@ class SignatureCaptureTest {
     /** Two strokes: a horizontal line at y = 40 from x = 20 to 120, then a tap at (200, 150). */
     private static SignatureCapture twoStrokes() {
         SignatureCapture capture = new SignatureCapture();
+        pen(capture, true, 5, 5);
+        capture.clear();  // forgets that stroke; times count from the next point
         pen(capture, false, 10, 10);  // hovering is not ink
         for (int x = 20; x <= 120; x += 10) pen(capture, true, x, 40);
-        pen(capture, false, 120, 40);
-        pen(capture, true, 200, 150);
         capture.button(null, new ButtonDown(5, 5, 3));  // a button ends the stroke under way
-        pen(capture, true, 5, 5);
-        capture.clear();
-        for (int x = 20; x <= 120; x += 10) pen(capture, true, x, 40);
-        pen(capture, false, 120, 40);
         pen(capture, true, 200, 150);
         pen(capture, false, 200, 150);
         return capture;
